@@ -1,0 +1,51 @@
+# What every target of the project is built with: warnings, definitions, sanitizers, precompiled Qt headers.
+
+find_program(LETTERLIFT_CCACHE ccache)
+if(LETTERLIFT_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${LETTERLIFT_CCACHE}")
+endif()
+
+add_library(letterlift_options INTERFACE)
+target_compile_definitions(letterlift_options INTERFACE
+    QT_NO_CAST_FROM_ASCII
+    QT_NO_CAST_TO_ASCII
+    QT_NO_URL_CAST_FROM_STRING
+    QT_NO_FOREACH
+    QT_NO_JAVA_STYLE_ITERATORS
+    QT_STRICT_ITERATORS
+    QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+
+if(MSVC)
+    target_compile_options(letterlift_options INTERFACE /W4 /permissive- /utf-8 /EHsc)
+    if(LETTERLIFT_WERROR)
+        target_compile_options(letterlift_options INTERFACE /WX)
+    endif()
+else()
+    target_compile_options(letterlift_options INTERFACE
+        -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Wformat=2
+        -Wnull-dereference -Wimplicit-fallthrough
+        # ccache can serve a compilation with a precompiled header only if GCC reads the macros after it.
+        $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
+    if(LETTERLIFT_WERROR)
+        target_compile_options(letterlift_options INTERFACE -Werror)
+    endif()
+endif()
+
+if(LETTERLIFT_SANITIZERS)
+    list(JOIN LETTERLIFT_SANITIZERS "," _sanitizers)
+    target_compile_options(letterlift_options INTERFACE
+        -fsanitize=${_sanitizers} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(letterlift_options INTERFACE -fsanitize=${_sanitizers})
+endif()
+
+# letterlift_target(NAME [PRECOMPILE HEADER...] [REUSE TARGET]): the common options, and precompiled headers, either of
+# its own or those of another target that is built with the same definitions.
+function(letterlift_target name)
+    cmake_parse_arguments(arg "" "REUSE" "PRECOMPILE" ${ARGN})
+    target_link_libraries(${name} PRIVATE letterlift_options)
+    if(arg_REUSE)
+        target_precompile_headers(${name} REUSE_FROM ${arg_REUSE})
+    elseif(arg_PRECOMPILE)
+        target_precompile_headers(${name} PRIVATE ${arg_PRECOMPILE})
+    endif()
+endfunction()

@@ -1,0 +1,86 @@
+#include "parameterfile.h"
+
+#include "s3file.h"
+
+#include <QRegularExpression>
+#include <QStringDecoder>
+#include <QTextStream>
+
+using namespace Qt::Literals::StringLiterals;
+
+ParameterFile::ParameterFile(const QString &fileName, const QString &sectionName)
+    : m_fileName(fileName)
+    , m_sectionName(sectionName.toLower())
+{
+    read();
+}
+
+void ParameterFile::read()
+{
+    s3File file(m_fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        return;
+    const QByteArray bytes = file.readAll();
+
+    QTextStream stream(bytes, QIODevice::ReadOnly);
+    if (const auto encoding = detectEncoding(bytes, "Locale"))
+        stream.setEncoding(*encoding);
+
+    static const QRegularExpression sectionPattern(uR"(^\s*\[(.*)\]\s*$)"_s);
+    static const QRegularExpression keyPattern(uR"(^\s*([^=]+)=(.*)$)"_s);
+
+    QString section = u""_s;
+    while (!stream.atEnd()) {
+        const QString line = stream.readLine();
+        if (line.isEmpty())
+            continue;
+        if (const auto match = sectionPattern.match(line); match.hasMatch())
+            section = match.captured(1).toLower();
+        else if (const auto keyMatch = keyPattern.match(line); keyMatch.hasMatch())
+            m_sectionMap[section].insert(keyMatch.captured(1).toLower(), keyMatch.captured(2).trimmed());
+    }
+}
+
+QString ParameterFile::value(const QString &key, const QString &defaultValue) const
+{
+    const auto section = m_sectionMap.constFind(m_sectionName);
+    return section == m_sectionMap.constEnd() ? defaultValue : section->value(key.toLower(), defaultValue);
+}
+
+bool ParameterFile::containsKey(const QString &key) const
+{
+    const auto section = m_sectionMap.constFind(m_sectionName);
+    return section != m_sectionMap.constEnd() && section->contains(key.toLower());
+}
+
+int ParameterFile::intValue(const QString &key, int defaultValue) const
+{
+    return value(key, QString::number(defaultValue)).toInt(nullptr, 0);
+}
+
+bool ParameterFile::boolValue(const QString &key) const
+{
+    static const QStringList trueWords{u"1"_s, u"j"_s, u"y"_s};
+    return trueWords.contains(value(key, u""_s), Qt::CaseInsensitive);
+}
+
+QStringList ParameterFile::listValue(const QString &prefix) const
+{
+    QStringList values;
+    for (int n = 1;; ++n) {
+        const QString entry = value(prefix + QString::number(n), u""_s);
+        if (entry.isEmpty())
+            return values;
+        values.append(entry);
+    }
+}
+
+std::optional<QStringConverter::Encoding> ParameterFile::detectEncoding(const QByteArray &bytes, const char *fallback)
+{
+    if (const auto marked = QStringConverter::encodingForData(bytes))
+        return marked;
+
+    QStringDecoder decoder(QStringConverter::Utf8, QStringConverter::Flag::Stateless);
+    const QString decoded = decoder(bytes);
+    return QStringConverter::encodingForName(decoder.hasError() ? fallback : "UTF-8");
+}
