@@ -12,20 +12,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-QString openErrorText(QFileDevice::FileError error, const QString &path)
-{
-    switch (error) {
-    case QFileDevice::OpenError:
-        return u"Couldn't find body file "_s + path;
-    case QFileDevice::ReadError:
-        return u"Couldn't read body file "_s + path;
-    case QFileDevice::PermissionsError:
-        return u"Couldn't access body file "_s + path;
-    default:
-        return QString();
-    }
-}
-
 void appendLine(QString &text, const QString &separator, const QString &line)
 {
     if (!text.isEmpty())
@@ -159,12 +145,26 @@ QString MailRequest::body(QString &errorMessage) const
 
     s3File file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        if (const QString message = openErrorText(file.error(), path); !message.isEmpty())
+        if (const QString message = bodyFileErrorText(file.error(), path); !message.isEmpty())
             errorMessage = message;
         return text;
     }
     appendLinesOf(file, separator, text);
     return text;
+}
+
+QString MailRequest::bodyFileErrorText(QFileDevice::FileError error, const QString &path)
+{
+    switch (error) {
+    case QFileDevice::OpenError:
+        return u"Couldn't find body file "_s + path;
+    case QFileDevice::ReadError:
+        return u"Couldn't read body file "_s + path;
+    case QFileDevice::PermissionsError:
+        return u"Couldn't access body file "_s + path;
+    default:
+        return QString();
+    }
 }
 
 QStringList MailRequest::uniqueList(const QString &prefix) const

@@ -2,6 +2,8 @@
 
 #include "parameterfile.h"
 
+#include <QFileDevice>
+
 /// The typed view of one mail: one accessor a key of the section VEXAMAIL, with its default and meaning. Every call
 /// reads the parsed file anew; nothing is cached.
 class MailRequest : public ParameterFile
@@ -38,6 +40,9 @@ public:
     /// is returned, and \a errorMessage gets an English text for the user where Qt's error code has one; it is left
     /// alone otherwise.
     [[nodiscard]] QString body(QString &errorMessage) const;
+
+    /// The text of body() for a body file that can't be opened; empty for a code that has none.
+    [[nodiscard]] static QString bodyFileErrorText(QFileDevice::FileError error, const QString &path);
 
 private:
     [[nodiscard]] QStringList uniqueList(const QString &prefix) const;

@@ -19,7 +19,7 @@ void showError(const QString &text)
 
 } // namespace
 
-MailRun::MailRun(const QString &vxmFile, AutomationFactory createObject)
+MailRun::MailRun(const QString &vxmFile, const AutomationFactory &createObject)
     : m_request(vxmFile)
     , m_outlook(nullptr, createObject)
 {

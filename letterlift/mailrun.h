@@ -8,7 +8,7 @@
 class MailRun
 {
 public:
-    explicit MailRun(const QString &vxmFile, AutomationFactory createObject = &createAutomationObject);
+    explicit MailRun(const QString &vxmFile, const AutomationFactory &createObject = &createAutomationObject);
 
     /// Fills in the mail and shows or sends it. Returns the process's exit status: 0, or -1 after a failure, which the
     /// user has then seen in a box.

@@ -19,7 +19,7 @@ constexpr int importanceHigh = 2;
 
 } // namespace
 
-Outlook::Outlook(QObject *parent, AutomationFactory createObject)
+Outlook::Outlook(QObject *parent, const AutomationFactory &createObject)
     : QObject(parent)
     , m_application(createObject(u"Outlook.Application"_s, this))
 {

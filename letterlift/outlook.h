@@ -18,7 +18,7 @@ class Outlook : public QObject
     Q_OBJECT
 
 public:
-    explicit Outlook(QObject *parent = nullptr, AutomationFactory createObject = &createAutomationObject);
+    explicit Outlook(QObject *parent = nullptr, const AutomationFactory &createObject = &createAutomationObject);
     ~Outlook() override;
 
     /// Outlook's version; an invalid one if there is no Outlook.

@@ -34,10 +34,16 @@ void ParameterFile::read()
         const QString line = stream.readLine();
         if (line.isEmpty())
             continue;
-        if (const auto match = sectionPattern.match(line); match.hasMatch())
+        if (const auto match = sectionPattern.match(line); match.hasMatch()) {
             section = match.captured(1).toLower();
-        else if (const auto keyMatch = keyPattern.match(line); keyMatch.hasMatch())
-            m_sectionMap[section].insert(keyMatch.captured(1).toLower(), keyMatch.captured(2).trimmed());
+            continue;
+        }
+        // White space fits both leading parts of the key pattern, so that a long run of it without "=" behind would be
+        // tried in all its divisions: minutes for a megabyte.
+        if (!line.contains(u'='))
+            continue;
+        if (const auto match = keyPattern.match(line); match.hasMatch())
+            m_sectionMap[section].insert(match.captured(1).toLower(), match.captured(2).trimmed());
     }
 }
 

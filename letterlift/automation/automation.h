@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <functional>
+
 class AutomationObject;
 class QObject;
 
@@ -16,4 +18,4 @@ class QObject;
 [[nodiscard]] AutomationObject *createAutomationObject(const QString &progId, QObject *parent);
 
 /// The form of createAutomationObject(), for those who take another source of objects.
-using AutomationFactory = AutomationObject *(*)(const QString &progId, QObject *parent);
+using AutomationFactory = std::function<AutomationObject *(const QString &progId, QObject *parent)>;

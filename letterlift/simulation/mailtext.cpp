@@ -39,7 +39,7 @@ QString decodeHtmlFile(const QByteArray &bytes)
 {
     // Without any sign of its own, Qt's answer for html is Latin-1 or UTF-8 by guess; validity says more than the
     // guess.
-    QStringDecoder utf8(QStringConverter::Utf8);
+    QStringDecoder utf8(QStringConverter::Utf8, QStringConverter::Flag::Stateless);
     const QString decoded = utf8(bytes);
     const auto declared = QStringConverter::encodingForHtml(bytes);
     if (declared && *declared != QStringConverter::Utf8) {

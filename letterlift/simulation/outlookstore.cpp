@@ -80,7 +80,7 @@ void OutlookStore::saveSent(int mailItem, const MailMessage &message)
 QString OutlookStore::newFile(const QString &folder) const
 {
     const QDir directory(QDir(m_directory).filePath(folder));
-    for (int number = int(directory.count()) - 1;; ++number) {
+    for (qsizetype number = directory.entryList(QDir::Files).size() + 1;; ++number) {
         QFile file(directory.filePath(QString::number(number).rightJustified(4, u'0') + u".eml"_s));
         if (file.open(QIODevice::WriteOnly | QIODevice::NewOnly) || !file.exists())
             return file.fileName();

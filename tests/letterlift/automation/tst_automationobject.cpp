@@ -1,0 +1,402 @@
+// What every AutomationObject does, whatever stands behind it. The objects are those of the backend that is built.
+
+#include "automation/automation.h"
+#include "automation/automationobject.h"
+
+#include <QFile>
+#include <QPointer>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <stdexcept>
+
+using namespace Qt::Literals::StringLiterals;
+
+class tst_AutomationObject : public QObject
+{
+    Q_OBJECT
+
+public Q_SLOTS:
+    void throwError(int code, const QString &, const QString &, const QString &);
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void createApplication();
+    void unknownProgIdIsNull();
+    void unavailableIsNull();
+    void callsOnNullObject();
+    void readProperty();
+    void dynamicCallReadsPropertyToo();
+    void enumerationKeyAsText();
+    void subObjectIsChild();
+    void subObjectDiesWithItsParent();
+    void querySubObjectThatIsNoObject();
+    void objectThatIsNull();
+    void writeProperty();
+    void objectAsPropertyValue();
+    void disableMetaObjectLeavesCallsWorking();
+    void missingMember_data();
+    void missingMember();
+    void tooManyArguments();
+    void exceptionWithReceiver();
+    void exceptionWithoutReceiver();
+    void exceptionOfPropertyWrite();
+    void thrownByReceiverPassesThroughTheCall_data();
+    void thrownByReceiverPassesThroughTheCall();
+    void refusedScenario_data();
+    void refusedScenario();
+    void missingScenario();
+    void unwritableStore();
+
+private:
+    void useScenario(const QByteArray &json);
+    [[nodiscard]] std::unique_ptr<AutomationObject> application();
+
+    std::unique_ptr<QTemporaryDir> m_directory;
+    const QRegularExpression m_callError{u"^QAxBase: Error calling IDispatch member "_s};
+};
+
+void tst_AutomationObject::throwError(int code, const QString &, const QString &, const QString &)
+{
+    throw std::runtime_error("thrown by the receiver of " + std::to_string(code));
+}
+
+void tst_AutomationObject::init()
+{
+    m_directory = std::make_unique<QTemporaryDir>();
+    qputenv("LETTERLIFT_OUTLOOK_STORE", QFile::encodeName(m_directory->filePath(u"store"_s)));
+    qunsetenv("LETTERLIFT_OUTLOOK_SCENARIO");
+}
+
+void tst_AutomationObject::cleanup()
+{
+    QCOMPARE(AutomationObject::liveCount(), 0);
+}
+
+void tst_AutomationObject::useScenario(const QByteArray &json)
+{
+    QFile file(m_directory->filePath(u"scenario.json"_s));
+    if (!file.open(QIODevice::WriteOnly) || file.write(json) != json.size())
+        qFatal("The scenario can't be written");
+    qputenv("LETTERLIFT_OUTLOOK_SCENARIO", QFile::encodeName(file.fileName()));
+}
+
+std::unique_ptr<AutomationObject> tst_AutomationObject::application()
+{
+    return std::unique_ptr<AutomationObject>(createAutomationObject(u"Outlook.Application"_s, nullptr));
+}
+
+void tst_AutomationObject::createApplication()
+{
+    QObject parent;
+    const AutomationObject *const object = createAutomationObject(u"Outlook.Application"_s, &parent);
+    QVERIFY(object != nullptr);
+    QVERIFY(!object->isNull());
+    QCOMPARE(object->parent(), &parent);
+}
+
+void tst_AutomationObject::unknownProgIdIsNull()
+{
+    QTest::ignoreMessage(QtWarningMsg,
+                         "QAxBase::setControl: requested control No.Such.Server could not be instantiated");
+    const std::unique_ptr<AutomationObject> object(createAutomationObject(u"No.Such.Server"_s, nullptr));
+    QVERIFY(object->isNull());
+}
+
+void tst_AutomationObject::unavailableIsNull()
+{
+    useScenario(R"({"available": false})");
+    QTest::ignoreMessage(QtWarningMsg,
+                         "QAxBase::setControl: requested control Outlook.Application could not be instantiated");
+    QVERIFY(application()->isNull());
+}
+
+void tst_AutomationObject::callsOnNullObject()
+{
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"could not be instantiated$"_s));
+    const std::unique_ptr<AutomationObject> object(createAutomationObject(u"No.Such.Server"_s, nullptr));
+    for (int call = 0; call < 4; ++call)
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^QAxBase: No server behind the object"_s));
+    QCOMPARE(object->querySubObject("Session"), nullptr);
+    QVERIFY(!object->dynamicCall("Display()").isValid());
+    QVERIFY(!object->property("Version").isValid());
+    QVERIFY(!object->setProperty("Subject", u"s"_s));
+    QVERIFY(!object->asVariant().isValid());
+    object->disableMetaObject();
+}
+
+void tst_AutomationObject::readProperty()
+{
+    useScenario(R"({"version": "16.0.1.2", "accounts": [{}, {}]})");
+    const auto object = application();
+    QCOMPARE(object->property("Version"), QVariant(u"16.0.1.2"_s));
+    AutomationObject *const accounts = object->querySubObject("Session")->querySubObject("Accounts");
+    QCOMPARE(accounts->property("Count"), QVariant(2));
+}
+
+void tst_AutomationObject::dynamicCallReadsPropertyToo()
+{
+    const auto object = application();
+    AutomationObject *const mail = object->querySubObject("CreateItem(OlItemType)", {u"olMailItem"_s});
+    QVERIFY(mail->setProperty("BodyFormat", 1));
+    QVERIFY(mail->setProperty("Body", u"text"_s));
+    QCOMPARE(mail->dynamicCall("Body"), QVariant(u"text"_s));
+}
+
+void tst_AutomationObject::enumerationKeyAsText()
+{
+    const auto object = application();
+    QVERIFY(object->querySubObject("CreateItem(OlItemType)", {u"olMailItem"_s}) != nullptr);
+    QVERIFY(object->querySubObject("CreateItem(OlItemType)", {0}) != nullptr);
+    QTest::ignoreMessage(QtWarningMsg, m_callError);
+    QCOMPARE(object->querySubObject("CreateItem(OlItemType)", {u"olNoSuchItem"_s}), nullptr);
+}
+
+void tst_AutomationObject::subObjectIsChild()
+{
+    const auto object = application();
+    const AutomationObject *const session = object->querySubObject("Session");
+    QVERIFY(session != nullptr);
+    QCOMPARE(session->parent(), object.get());
+    QVERIFY(!session->isNull());
+    QVERIFY(object->querySubObject("Session") != session);
+}
+
+void tst_AutomationObject::subObjectDiesWithItsParent()
+{
+    auto object = application();
+    const QPointer<AutomationObject> session = object->querySubObject("Session");
+    const QPointer<AutomationObject> accounts = session->querySubObject("Accounts");
+    QCOMPARE(AutomationObject::liveCount(), 3);
+    delete session;
+    QVERIFY(accounts.isNull());
+    QCOMPARE(AutomationObject::liveCount(), 1);
+    const QPointer<AutomationObject> another = object->querySubObject("Session");
+    object.reset();
+    QVERIFY(another.isNull());
+}
+
+void tst_AutomationObject::querySubObjectThatIsNoObject()
+{
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QCOMPARE(application()->querySubObject("Version"), nullptr);
+}
+
+void tst_AutomationObject::objectThatIsNull()
+{
+    useScenario(R"({"globalAddressList": [{"exchangeUser": false}]})");
+    const auto object = application();
+    AutomationObject *const entries =
+        object->querySubObject("Session")->querySubObject("GetGlobalAddressList()")->querySubObject("AddressEntries");
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QCOMPARE(entries->querySubObject("Item(QVariant)", {1})->querySubObject("GetExchangeUser()"), nullptr);
+}
+
+void tst_AutomationObject::writeProperty()
+{
+    const auto object = application();
+    AutomationObject *const mail = object->querySubObject("CreateItem(OlItemType)", {u"olMailItem"_s});
+    QVERIFY(mail->setProperty("Subject", u"Größe"_s));
+    QVERIFY(mail->setProperty("Importance", 2));
+    QVERIFY(mail->setProperty("ReadReceiptRequested", true));
+    QCOMPARE(mail->property("Subject"), QVariant(u"Größe"_s));
+    QCOMPARE(mail->property("Importance"), QVariant(2));
+    QCOMPARE(mail->property("ReadReceiptRequested"), QVariant(true));
+}
+
+void tst_AutomationObject::objectAsPropertyValue()
+{
+    useScenario(R"({"accounts": [{"SmtpAddress": "a@example.com"}]})");
+    const auto object = application();
+    AutomationObject *const mail = object->querySubObject("CreateItem(OlItemType)", {u"olMailItem"_s});
+    const AutomationObject *const account =
+        object->querySubObject("Session")->querySubObject("Accounts")->querySubObject("Item(QVariant)", {1});
+    QVERIFY(account->asVariant().isValid());
+    QVERIFY(mail->setProperty("SendUsingAccount", account->asVariant()));
+}
+
+void tst_AutomationObject::disableMetaObjectLeavesCallsWorking()
+{
+    const auto object = application();
+    AutomationObject *const session = object->querySubObject("Session");
+    session->disableMetaObject();
+    QVERIFY(session->querySubObject("Accounts") != nullptr);
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QVERIFY(!session->dynamicCall("Logon()").isValid());
+}
+
+void tst_AutomationObject::missingMember_data()
+{
+    using Call = std::function<bool(AutomationObject &)>;
+    QTest::addColumn<Call>("failed");
+
+    QTest::newRow("query") << Call([](AutomationObject &o) { return o.querySubObject("NoSuchMember()") == nullptr; });
+    QTest::newRow("call") << Call([](AutomationObject &o) { return !o.dynamicCall("NoSuchMember()").isValid(); });
+    QTest::newRow("read") << Call([](AutomationObject &o) { return !o.property("NoSuchMember").isValid(); });
+    QTest::newRow("write") << Call([](AutomationObject &o) { return !o.setProperty("NoSuchMember", 1); });
+    QTest::newRow("write of what can only be read")
+        << Call([](AutomationObject &o) { return !o.setProperty("Version", u"1"_s); });
+    QTest::newRow("too few arguments") << Call(
+        [](AutomationObject &o) { return o.querySubObject("CreateItem(OlItemType)") == nullptr; });
+}
+
+void tst_AutomationObject::missingMember()
+{
+    QFETCH(const std::function<bool(AutomationObject &)>, failed);
+    const auto object = application();
+    QSignalSpy spy(object.get(), &AutomationObject::exception);
+    QTest::ignoreMessage(QtWarningMsg, m_callError);
+    QVERIFY(failed(*object));
+    QCOMPARE(spy.count(), 0);
+}
+
+void tst_AutomationObject::tooManyArguments()
+{
+    const auto object = application();
+    QTest::ignoreMessage(QtWarningMsg, m_callError);
+    QVERIFY(!object->dynamicCall("Session", QVariantList(AutomationObject::maximumArguments + 1, 1)).isValid());
+}
+
+namespace {
+
+constexpr auto failingSend = R"x({"failures": [{"object": "MailItem", "member": "Send()",
+               "kind" :
+    "exception",
+               "code" : 4711,
+               "source" :
+    "Source",
+               "description" :
+    "Description",
+               "help" : "Help [12]"
+},
+    {"object": "MailItem", "member": "Subject", "code": -2147467259},
+    {"object": "MailItem", "member": "Recipients"}]
+})x";
+
+} // namespace
+
+void tst_AutomationObject::exceptionWithReceiver()
+{
+    useScenario(failingSend);
+    const auto object = application();
+    AutomationObject *const mail = object->querySubObject("CreateItem(OlItemType)", {u"olMailItem"_s});
+    QSignalSpy spy(mail, &AutomationObject::exception);
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QVERIFY(!mail->dynamicCall("Send()").isValid());
+    QCOMPARE(spy.count(), 1);
+    QCOMPARE(spy.first(), QVariantList({4711, u"Source"_s, u"Description"_s, u"Help [12]"_s}));
+}
+
+void tst_AutomationObject::exceptionWithoutReceiver()
+{
+    useScenario(failingSend);
+    const auto object = application();
+    AutomationObject *const mail = object->querySubObject("CreateItem(OlItemType)", {u"olMailItem"_s});
+    QTest::ignoreMessage(QtWarningMsg,
+                         "QAxBase: Error calling IDispatch member Send(): The server raised an exception\n"
+                         "    Code: 4711\n"
+                         "    Source: Source\n"
+                         "    Description: Description\n"
+                         "    Help: Help [12]");
+    QVERIFY(!mail->dynamicCall("Send()").isValid());
+}
+
+void tst_AutomationObject::exceptionOfPropertyWrite()
+{
+    useScenario(failingSend);
+    const auto object = application();
+    AutomationObject *const mail = object->querySubObject("CreateItem(OlItemType)", {u"olMailItem"_s});
+    QSignalSpy spy(mail, &AutomationObject::exception);
+    QVERIFY(!mail->setProperty("Subject", u"s"_s));
+    QCOMPARE(spy.count(), 1);
+    QCOMPARE(spy.first().first(), QVariant(-2147467259));
+}
+
+void tst_AutomationObject::thrownByReceiverPassesThroughTheCall_data()
+{
+    using Call = std::function<void(AutomationObject &)>;
+    QTest::addColumn<Call>("call");
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("call") << Call([](AutomationObject &o) { o.dynamicCall("Send()"); })
+                          << u"thrown by the receiver of 4711"_s;
+    QTest::newRow("write") << Call([](AutomationObject &o) { o.setProperty("Subject", u"s"_s); })
+                           << u"thrown by the receiver of -2147467259"_s;
+    QTest::newRow("read") << Call([](AutomationObject &o) { QVERIFY(!o.property("Subject").isValid()); })
+                          << u"thrown by the receiver of -2147467259"_s;
+    QTest::newRow("query") << Call([](AutomationObject &o) { QVERIFY(!o.querySubObject("Recipients")); })
+                           << u"thrown by the receiver of 4096"_s;
+}
+
+void tst_AutomationObject::thrownByReceiverPassesThroughTheCall()
+{
+    QFETCH(const std::function<void(AutomationObject &)>, call);
+    useScenario(failingSend);
+    const auto object = application();
+    AutomationObject *const mail = object->querySubObject("CreateItem(OlItemType)", {u"olMailItem"_s});
+    // By name, as the program connects: the way through Qt's meta-call is the one to be tried.
+    QVERIFY(connect(mail, SIGNAL(exception(int, QString, QString, QString)), this,
+                    SLOT(throwError(int, QString, QString, QString))));
+    QString text;
+    try {
+        call(*mail);
+    } catch (const std::exception &e) {
+        text = QString::fromUtf8(e.what());
+    }
+    QTEST(text, "text");
+    // The object is still fit for use.
+    QVERIFY(mail->setProperty("Importance", 1));
+}
+
+void tst_AutomationObject::refusedScenario_data()
+{
+    QTest::addColumn<QByteArray>("json");
+    QTest::addColumn<QString>("place");
+
+    QTest::newRow("broken") << QByteArray("{\n  \"version\": \n}") << u"line 3, column 2: "_s;
+    QTest::newRow("unknown key") << QByteArray(R"({"failures": [{"object": "Session", "membr": "x"}]})")
+                                 << u"failures[0]: unknown key \"membr\""_s;
+}
+
+void tst_AutomationObject::refusedScenario()
+{
+    QFETCH(const QByteArray, json);
+    QFETCH(const QString, place);
+    useScenario(json);
+    const QString expected =
+        u"Simulated Outlook: The scenario %1 is refused: %2"_s.arg(m_directory->filePath(u"scenario.json"_s), place);
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^"_s + QRegularExpression::escape(expected)));
+    QString errorMessage;
+    QVERIFY(!prepareAutomation(errorMessage));
+    QVERIFY2(errorMessage.startsWith(expected), qPrintable(errorMessage));
+
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^"_s + QRegularExpression::escape(expected)));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"could not be instantiated$"_s));
+    QVERIFY(application()->isNull());
+}
+
+void tst_AutomationObject::missingScenario()
+{
+    const QString path = m_directory->filePath(u"missing.json"_s);
+    qputenv("LETTERLIFT_OUTLOOK_SCENARIO", QFile::encodeName(path));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^Simulated Outlook: The scenario "_s));
+    QString errorMessage;
+    QVERIFY(!prepareAutomation(errorMessage));
+    QVERIFY2(errorMessage.contains(path), qPrintable(errorMessage));
+}
+
+void tst_AutomationObject::unwritableStore()
+{
+    QFile file(m_directory->filePath(u"file"_s));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    qputenv("LETTERLIFT_OUTLOOK_STORE", QFile::encodeName(file.fileName() + u"/store"_s));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^Simulated Outlook: The folder "_s));
+    QString errorMessage;
+    QVERIFY(!prepareAutomation(errorMessage));
+    QVERIFY2(errorMessage.contains(file.fileName()), qPrintable(errorMessage));
+}
+
+QTEST_GUILESS_MAIN(tst_AutomationObject)
+#include "tst_automationobject.moc"
