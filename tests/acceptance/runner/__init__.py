@@ -1,0 +1,1 @@
+"""Runs acceptance cases, which are data, against a build of the program."""
