@@ -19,7 +19,7 @@ const auto builtInMailbox = R"({
     },
     "signature": {
         "plain": "\n\n-- \nRobin Example\nExample Trading Company\n",
-        "html": "<p>Kind regards</p><p><b>Robin Example</b><br>Example Trading Company</p>"
+        "html": "<p>-- <br><b>Robin Example</b><br>Example Trading Company</p>"
     }
 })";
 

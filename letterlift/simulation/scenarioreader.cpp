@@ -43,7 +43,8 @@ private:
 
 QString parseErrorPlace(const QByteArray &json, qsizetype offset)
 {
-    const QByteArrayView before = QByteArrayView(json).first(qBound(qsizetype(0), offset, json.size()));
+    // Qt's offset is that of the character behind the one that is wrong.
+    const QByteArrayView before = QByteArrayView(json).first(qBound(qsizetype(0), offset - 1, json.size()));
     const qsizetype line = before.count('\n') + 1;
     const qsizetype column = before.size() - (before.lastIndexOf('\n') + 1) + 1;
     return u"line %1, column %2"_s.arg(line).arg(column);

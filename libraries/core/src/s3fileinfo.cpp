@@ -1,8 +1,7 @@
 #include "s3fileinfo.h"
 
+#include "s3fileiconengine.h"
 #include "s3string.h"
-
-#include <QFileIconProvider>
 
 s3FileInfo::s3FileInfo(const QString &path)
     : QFileInfo(s3String::toSlashes(path))
@@ -16,5 +15,5 @@ bool s3FileInfo::exists(const QString &path)
 
 QIcon s3FileInfo::icon() const
 {
-    return QFileInfo::exists() && isFile() ? QFileIconProvider().icon(*this) : QIcon();
+    return QFileInfo::exists() && isFile() ? QIcon(new s3FileIconEngine(filePath())) : QIcon();
 }

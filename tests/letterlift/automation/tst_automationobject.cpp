@@ -355,7 +355,7 @@ void tst_AutomationObject::refusedScenario_data()
     QTest::addColumn<QByteArray>("json");
     QTest::addColumn<QString>("place");
 
-    QTest::newRow("broken") << QByteArray("{\n  \"version\": \n}") << u"line 3, column 2: "_s;
+    QTest::newRow("broken") << QByteArray("{\n  \"version\": \n}") << u"line 3, column 1: "_s;
     QTest::newRow("unknown key") << QByteArray(R"({"failures": [{"object": "Session", "membr": "x"}]})")
                                  << u"failures[0]: unknown key \"membr\""_s;
 }

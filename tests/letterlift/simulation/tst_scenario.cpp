@@ -98,7 +98,7 @@ void tst_Scenario::refused_data()
         QTest::newRow(name) << QByteArray(json) << errorText;
     };
     add("empty", "", u"line 1, column 1: illegal value"_s);
-    add("broken", "{\n \"version\": \"1\",\n}", u"line 3, column 2: object is missing after a comma"_s);
+    add("broken", "{\n \"version\": \"1\",\n}", u"line 3, column 1: object is missing after a comma"_s);
     add("a list", "[]", u"top level: an object is expected"_s);
     add("unknown key", R"({"versoin": "1"})", uR"(top level: unknown key "versoin")"_s);
     add("key in another case", R"({"Version": "1"})", uR"(top level: unknown key "Version")"_s);

@@ -2,6 +2,8 @@
 #include "s3file.h"
 #include "s3fileinfo.h"
 
+#include <QFileIconProvider>
+#include <QPainter>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -67,8 +69,27 @@ void tst_s3Files::existsIsTrueForDirectory()
 
 void tst_s3Files::iconOfFile()
 {
-    // Whether there is a picture for it depends on the desktop's icon theme; that the style has one for files doesn't.
-    QVERIFY(!s3FileInfo(QCoreApplication::applicationFilePath()).icon().isNull());
+    const QString path = QCoreApplication::applicationFilePath();
+    const QIcon icon = s3FileInfo(path).icon();
+    QVERIFY(!icon.isNull());
+    const QIcon expected = QFileIconProvider().icon(QFileInfo(path));
+    QVERIFY(!expected.isNull());
+    QCOMPARE(icon.availableSizes(), expected.availableSizes());
+    QCOMPARE(icon.actualSize({32, 32}), expected.actualSize({32, 32}));
+    QCOMPARE(icon.pixmap(32).toImage(), expected.pixmap(32).toImage());
+    QCOMPARE(icon.pixmap({16, 16}, 2.0).toImage(), expected.pixmap({16, 16}, 2.0).toImage());
+
+    const auto painted = [](const QIcon &source) {
+        QImage image(32, 32, QImage::Format_ARGB32);
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        source.paint(&painter, image.rect());
+        return image;
+    };
+    QCOMPARE(painted(icon), painted(expected));
+    QIcon copy = icon;
+    copy.detach();
+    QCOMPARE(copy.pixmap(32).toImage(), expected.pixmap(32).toImage());
 }
 
 void tst_s3Files::iconOfMissingFileIsNull()
