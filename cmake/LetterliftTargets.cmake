@@ -36,6 +36,7 @@ if(LETTERLIFT_SANITIZERS)
     target_compile_options(letterlift_options INTERFACE
         -fsanitize=${_sanitizers} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(letterlift_options INTERFACE -fsanitize=${_sanitizers})
+    target_compile_definitions(letterlift_options INTERFACE QT_FORCE_ASSERTS)
 endif()
 
 # letterlift_target(NAME [PRECOMPILE HEADER...] [REUSE TARGET]): the common options, and precompiled headers, either of

@@ -1,0 +1,82 @@
+#!/usr/bin/env python3
+"""Makes the report of a measurement, in Markdown, from the results of both benchmark programs."""
+
+import json
+import os
+import platform
+import sys
+from datetime import date
+from pathlib import Path
+
+ROWS = [
+    # benchmark, its yardstick, what is measured, what the yardstick is
+    ("keys/10000", "keysYardstick/10000", "Reading a parameter file of 10,000 keys", "reading its lines with Qt"),
+    ("longBody/5000000", "longBodyYardstick/5000000", "Reading a file with a `BODY` of 5 MB, and `body()`",
+     "reading its lines with Qt"),
+    ("bodyFile/5000000", "bodyFileYardstick/5000000", "`body()` with a body file of 5 MB", "reading its lines with Qt"),
+    ("aliasWalk/100000", "aliasWalkYardstick/100000", "Alias walk over 100,000 entries",
+     "the same four operations an entry without wrappers"),
+]
+GROWTH = [
+    ("keys/2500", "keys/10000", 4, "Keys"),
+    ("longBody/1000000", "longBody/5000000", 5, "`BODY`"),
+    ("bodyFile/1000000", "bodyFile/5000000", 5, "Body file"),
+    ("aliasWalk/25000", "aliasWalk/100000", 4, "Alias walk"),
+]
+
+
+def processor() -> str:
+    for line in Path("/proc/cpuinfo").read_text(encoding="utf-8").splitlines():
+        if line.startswith("model name"):
+            return line.split(":", 1)[1].strip()
+    return platform.machine()
+
+
+def medians(path: str) -> dict[str, dict[str, float]]:
+    results = json.loads(Path(path).read_text(encoding="utf-8"))["benchmarks"]
+    return {entry["run_name"]: entry for entry in results if entry["aggregate_name"] == "median"}
+
+
+def main() -> None:
+    functions = medians(sys.argv[1])
+    runs = json.loads(Path(sys.argv[2]).read_text(encoding="utf-8"))
+    print(f"""# Benchmarks
+
+Written by `tools/benchmark --write`; medians.
+
+{date.today().isoformat()}, {os.cpu_count()} cores of {processor()}, {platform.system()} {platform.machine()}, \
+optimised build with GCC.
+
+## Functions
+
+| What | Time | Yardstick | Its time | Ratio |
+|---|---|---|---|---|""")
+    for name, yardstick, what, against in ROWS:
+        mine, theirs = functions[name]["real_time"], functions[yardstick]["real_time"]
+        print(f"| {what} | {mine:.2f} ms | {against} | {theirs:.2f} ms | {mine / theirs:.2f} |")
+    walk = functions["aliasWalk/100000"]
+    print(f"""
+The alias walk takes {walk["s_per_entry"] * 1e6:.2f} µs an entry and leaves {walk["wrappers"]:.0f} wrappers alive.
+
+## Growth
+
+| What | Input grows | Time grows |
+|---|---|---|""")
+    for small, large, factor, what in GROWTH:
+        print(f"| {what} | {factor} times | {functions[large]['real_time'] / functions[small]['real_time']:.2f} times |")
+    print(f"""
+## Whole run
+
+A plain mail that is displayed, against a `QApplication` that opens nothing; {runs["rounds"]} runs of each, in turn, on a
+display of Xvfb.
+
+| | Letterlift | Bare application | Ratio | Aim |
+|---|---|---|---|---|
+| Wall time | {runs["time"] * 1e3:.1f} ms | {runs["yardstick_time"] * 1e3:.1f} ms | \
+{runs["time"] / runs["yardstick_time"]:.2f} | 1.15 |
+| Peak memory | {runs["memory"]:.1f} MiB | {runs["yardstick_memory"]:.1f} MiB | \
+{runs["memory"] / runs["yardstick_memory"]:.2f} | 1.15 |""")
+
+
+if __name__ == "__main__":
+    main()
