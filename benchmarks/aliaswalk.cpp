@@ -20,7 +20,7 @@ public:
     [[nodiscard]] std::optional<QByteArray> readFile(const QString &) const override { return std::nullopt; }
     void saveDraft(int, const MailMessage &) override {}
     void removeDraft(int) override {}
-    void saveSent(int, const MailMessage &) override {}
+    void saveSent(const MailMessage &) override {}
 };
 
 Scenario manyUsers(qint64 count)
@@ -33,9 +33,8 @@ Scenario manyUsers(qint64 count)
 
 void setTimePerEntry(benchmark::State &state)
 {
-    state.counters["s_per_entry"] =
-        benchmark::Counter(double(state.range(0)),
-                           benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    state.counters["s_per_entry"] = benchmark::Counter(
+        double(state.range(0)), benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
 void aliasWalk(benchmark::State &state)

@@ -23,8 +23,7 @@ void appendLinesOf(s3File &file, const QString &separator, QString &text)
 {
     const QByteArray bytes = file.readAll();
     QTextStream stream(bytes, QIODevice::ReadOnly);
-    if (const auto encoding = ParameterFile::detectEncoding(bytes, "Locale"))
-        stream.setEncoding(*encoding);
+    ParameterFile::setDetectedEncoding(stream, bytes);
     while (!stream.atEnd())
         appendLine(text, separator, stream.readLine());
 }

@@ -32,6 +32,7 @@ int main(int argc, char *argv[])
         return parser.showUsage(result, errorMessage);
 
     openRunLog(s3FileInfo(vxmFile).path(), u"letterlift.log"_s);
+    // Only the simulated Outlook can fail here; a real one that is missing shows in the run.
     if (!prepareAutomation(errorMessage)) {
         s3BasicBox::critical(errorMessage);
         return -1;

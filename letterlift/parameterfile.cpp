@@ -23,8 +23,7 @@ void ParameterFile::read()
     const QByteArray bytes = file.readAll();
 
     QTextStream stream(bytes, QIODevice::ReadOnly);
-    if (const auto encoding = detectEncoding(bytes, "Locale"))
-        stream.setEncoding(*encoding);
+    setDetectedEncoding(stream, bytes);
 
     static const QRegularExpression sectionPattern(uR"(^\s*\[(.*)\]\s*$)"_s);
     static const QRegularExpression keyPattern(uR"(^\s*([^=]+)=(.*)$)"_s);
@@ -89,4 +88,10 @@ std::optional<QStringConverter::Encoding> ParameterFile::detectEncoding(const QB
     QStringDecoder decoder(QStringConverter::Utf8, QStringConverter::Flag::Stateless);
     const QString decoded = decoder(bytes);
     return QStringConverter::encodingForName(decoder.hasError() ? fallback : "UTF-8");
+}
+
+void ParameterFile::setDetectedEncoding(QTextStream &stream, const QByteArray &bytes, const char *fallback)
+{
+    if (const auto encoding = detectEncoding(bytes, fallback))
+        stream.setEncoding(*encoding);
 }

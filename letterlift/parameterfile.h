@@ -8,6 +8,8 @@
 
 #include <optional>
 
+class QTextStream;
+
 /// Reads a mail parameter file, an INI-like text in any of the usual encodings, and gives out the keys of one section.
 /// It knows nothing of mails. Section and key names are case-insensitive. Plain value; one thread at a time.
 class ParameterFile
@@ -36,6 +38,10 @@ public:
     /// \a fallback. Empty if Qt doesn't know that name.
     [[nodiscard]] static std::optional<QStringConverter::Encoding> detectEncoding(const QByteArray &bytes,
                                                                                   const char *fallback);
+
+    /// Makes \a stream, which reads \a bytes, decode them by detectEncoding(). The default fallback is Qt's name for
+    /// the system's encoding: the ANSI code page on Windows, UTF-8 elsewhere.
+    static void setDetectedEncoding(QTextStream &stream, const QByteArray &bytes, const char *fallback = "Locale");
 
 private:
     void read();

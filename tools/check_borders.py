@@ -17,8 +17,10 @@ ALLOWED = {
     "letterlift": ["letterlift/automation", "letterlift/simulation", "libraries/core/src"],
 }
 # Within the simulation, only these may touch the disk or know the MIME library: the model is to be used without.
-STORE_FILES = {"outlookstore", "messagewriter"}
-NOT_IN_THE_MODEL = re.compile(r"<(QFile|QSaveFile|QDir|QTemporaryFile|gmime/.*)>|outlookstore\.h|messagewriter\.h|automation/")
+STORE_FILES = {"outlookstore", "messagewriter", "simulatedoutlook"}
+NOT_IN_THE_MODEL = re.compile(
+    r"<(QFile|QFileInfo|QSaveFile|QDir|QTemporary\w+|QStandardPaths|QProcess|fstream|filesystem|gmime/.*)>"
+    r"|outlookstore\.h|messagewriter\.h|simulatedoutlook\.h|automation/")
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+(["<][^">]+[">])', re.MULTILINE)
 

@@ -54,14 +54,14 @@ public:
     [[nodiscard]] virtual QVariant asVariant() const = 0;
 
     /// Makes the object cheaper where it would otherwise read type information or listen for events. Calls and queries
-    /// work on.
+    /// work on; property() and setProperty() need not.
     virtual void disableMetaObject() = 0;
 
     /// How many objects of this class there are in the process.
     [[nodiscard]] static int liveCount();
 
 Q_SIGNALS:
-    void exception(int code, const QString &source, const QString &description, const QString &help);
+    void exception(int code, const QString &source, const QString &desc, const QString &help);
 
 protected:
     /// First way of failing: there is no server behind this object.

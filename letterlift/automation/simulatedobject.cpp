@@ -38,12 +38,12 @@ QVariant SimulatedObject::dynamicCall(const char *name, const QVariantList &argu
 
 QVariant SimulatedObject::property(const char *name)
 {
-    return perform(Operation::Get, name, {}).value_or(QVariant());
+    return checkProperties(name) ? perform(Operation::Get, name, {}).value_or(QVariant()) : QVariant();
 }
 
 bool SimulatedObject::setProperty(const char *name, const QVariant &value)
 {
-    return perform(Operation::Set, name, {value}).has_value();
+    return checkProperties(name) && perform(Operation::Set, name, {value}).has_value();
 }
 
 QVariant SimulatedObject::asVariant() const
@@ -53,7 +53,16 @@ QVariant SimulatedObject::asVariant() const
 
 void SimulatedObject::disableMetaObject()
 {
-    // There is none to generate here: members are looked up in the model's own tables.
+    m_hasProperties = false;
+}
+
+/// ActiveQt reads and writes properties by the meta-object that it has generated; a program that switched it off must
+/// not do better here.
+bool SimulatedObject::checkProperties(const char *name) const
+{
+    if (!m_hasProperties)
+        reportCallError(name, u"The meta-object is switched off"_s);
+    return m_hasProperties;
 }
 
 std::optional<QVariant> SimulatedObject::perform(Operation operation, const char *name, const QVariantList &arguments)

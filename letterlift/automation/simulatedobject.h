@@ -28,9 +28,11 @@ public:
     void disableMetaObject() override;
 
 private:
+    [[nodiscard]] bool checkProperties(const char *name) const;
     /// Empty if the operation failed, which is reported then.
     [[nodiscard]] std::optional<QVariant> perform(Operation operation, const char *name, const QVariantList &arguments);
 
     std::shared_ptr<OutlookServer> m_server;
     std::optional<ObjectReference> m_reference;
+    bool m_hasProperties = true;
 };

@@ -1,4 +1,4 @@
-#include "outlookenvironment.h"
+#include "journal.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -40,34 +40,67 @@ void initialiseLibrary()
     Q_UNUSED(initialised)
 }
 
+bool isEmpty(const MessageAddress &address)
+{
+    return address.text.isEmpty() && address.address.isEmpty();
+}
+
 /// Who sends when the mailbox has no account; a message needs an originator.
 MessageAddress unknownOriginator()
 {
     return {u"Simulated Outlook"_s, u"outlook@localhost"_s};
 }
 
+/// Header texts go to the library as C strings, which a NUL would end.
+QByteArray headerText(QString text)
+{
+    return text.replace(QChar(u'\0'), QChar(QChar::ReplacementCharacter)).toUtf8();
+}
+
+/// Whether \a addrSpec is a local part, one "@" and a domain, and \a text holds nothing but it and the name before it.
+bool isWholeMailbox(QByteArray text, const QByteArray &name, const QByteArray &addrSpec)
+{
+    if (addrSpec.count('@') != 1 || addrSpec.startsWith('@') || addrSpec.endsWith('@'))
+        return false;
+    if (text == addrSpec)
+        return true;
+    if (!text.endsWith("<" + addrSpec + ">"))
+        return false;
+    text = text.chopped(addrSpec.size() + 2).trimmed();
+    return text == name || text == '"' + name + '"';
+}
+
+/// The mailbox that \a text is; null if it is anything else, such as two of them or one with something behind it.
+Owned<InternetAddress> parseMailbox(const QByteArray &text)
+{
+    const auto list = owned(internet_address_list_parse(nullptr, text.constData()));
+    if (list == nullptr || internet_address_list_length(list.get()) != 1)
+        return nullptr;
+    InternetAddress *const address = internet_address_list_get_address(list.get(), 0);
+    if (!INTERNET_ADDRESS_IS_MAILBOX(address))
+        return nullptr;
+    const QByteArray addrSpec = internet_address_mailbox_get_addr(INTERNET_ADDRESS_MAILBOX(address));
+    if (!isWholeMailbox(text, internet_address_get_name(address), addrSpec))
+        return nullptr;
+    g_object_ref(address);
+    return Owned<InternetAddress>(address);
+}
+
 /// A text with no address behind it becomes a group without members, which is the one form in which a message may name
 /// a recipient that has no address (RFC 5322, 3.4).
 void appendAddress(InternetAddressList *list, const MessageAddress &address)
 {
-    const QByteArray text = address.text.toUtf8();
+    const QByteArray text = headerText(address.text);
+    Owned<InternetAddress> entry = nullptr;
     if (!address.address.isEmpty()) {
-        const bool named = address.text != address.address;
-        const auto mailbox = owned(
-            internet_address_mailbox_new(named ? text.constData() : nullptr, address.address.toUtf8().constData()));
-        internet_address_list_add(list, mailbox.get());
-        return;
+        const char *const name = address.text != address.address ? text.constData() : nullptr;
+        entry.reset(internet_address_mailbox_new(name, headerText(address.address).constData()));
+    } else {
+        entry = parseMailbox(text.trimmed());
     }
-    if (text.contains('@')) {
-        InternetAddressList *const parsed = internet_address_list_parse(nullptr, text.constData());
-        if (parsed != nullptr) {
-            internet_address_list_append(list, parsed);
-            g_object_unref(parsed);
-            return;
-        }
-    }
-    const auto group = owned(internet_address_group_new(text.constData()));
-    internet_address_list_add(list, group.get());
+    if (entry == nullptr)
+        entry.reset(internet_address_group_new(text.constData()));
+    internet_address_list_add(list, entry.get());
 }
 
 void appendAddresses(InternetAddressList *list, const QList<MessageAddress> &addresses)
@@ -108,7 +141,7 @@ Owned<GMimeObject> attachmentPart(const MessageAttachment &attachment)
     auto part = owned(g_mime_part_new_with_type(type.section(u'/', 0, 0).toUtf8().constData(),
                                                 type.section(u'/', 1).toUtf8().constData()));
     g_mime_object_set_disposition(GMIME_OBJECT(part.get()), GMIME_DISPOSITION_ATTACHMENT);
-    g_mime_part_set_filename(part.get(), attachment.fileName.toUtf8().constData());
+    g_mime_part_set_filename(part.get(), headerText(attachment.fileName).constData());
 
     const QByteArray &bytes = attachment.content;
     const auto stream = owned(g_mime_stream_mem_new_with_buffer(bytes.constData(), size_t(bytes.size())));
@@ -137,10 +170,9 @@ void setHeader(GMimeMessage *message, const char *name, const QByteArray &value)
 
 void setAddresses(GMimeMessage *target, const MailMessage &message)
 {
-    const MessageAddress from =
-        message.from.text.isEmpty() && message.from.address.isEmpty() ? unknownOriginator() : message.from;
+    const MessageAddress from = isEmpty(message.from) ? unknownOriginator() : message.from;
     appendAddress(g_mime_message_get_from(target), from);
-    if (!message.sender.address.isEmpty())
+    if (!isEmpty(message.sender))
         appendAddress(g_mime_message_get_sender(target), message.sender);
     appendAddresses(g_mime_message_get_to(target), message.to);
     appendAddresses(g_mime_message_get_cc(target), message.cc);
@@ -179,7 +211,7 @@ QByteArray writeMessage(const MailMessage &message)
     const auto target = owned(g_mime_message_new(TRUE));
     setAddresses(target.get(), message);
     // An empty subject is a header of its own and not the absence of one.
-    g_mime_message_set_subject(target.get(), message.subject.toUtf8().constData(), charset);
+    g_mime_message_set_subject(target.get(), headerText(message.subject).constData(), charset);
 
     GDateTime *const now = g_date_time_new_now_local();
     g_mime_message_set_date(target.get(), now);

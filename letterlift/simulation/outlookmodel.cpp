@@ -10,6 +10,11 @@ ModelResult ModelResult::missing(const QString &reason)
     return {QVariant(), failure};
 }
 
+ModelResult ModelResult::typeMismatch()
+{
+    return missing(u"Type mismatch in parameter 1"_s);
+}
+
 ModelResult ModelResult::outlookException(const QString &description)
 {
     Failure failure;

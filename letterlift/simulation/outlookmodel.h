@@ -22,6 +22,7 @@ struct ModelResult
     [[nodiscard]] static ModelResult of(const QVariant &value) { return {value, std::nullopt}; }
     /// Second way of failing, with the reason as the failure's description.
     [[nodiscard]] static ModelResult missing(const QString &reason);
+    [[nodiscard]] static ModelResult typeMismatch();
     /// Third way, as Outlook raises it.
     [[nodiscard]] static ModelResult outlookException(const QString &description);
 };
@@ -47,8 +48,8 @@ public:
     [[nodiscard]] ModelResult perform(const ObjectReference &object, Access access, const QString &member,
                                       const QVariantList &arguments);
 
-    /// The form in which clients that use signatures pass the member, such as "CreateItem(OlItemType)" for CreateItem;
-    /// empty if the kind has no such member.
+    /// The one form in which a client may pass the member, such as "CreateItem(OlItemType)" for CreateItem; empty if
+    /// the kind has no such member.
     [[nodiscard]] static QString memberSignature(ObjectKind kind, const QString &member);
 
 private:
@@ -84,6 +85,7 @@ private:
         int index = 0; // a place in a list, from 0; for a recipient its own number
         ObjectKind collection = ObjectKind::Recipients; // of an element
         QString text;                                   // of a recipient
+        bool resolved = false;                          // a recipient, by Resolve()
     };
 
     using Reader = ModelResult (OutlookModel::*)(const Node &node, const QVariantList &arguments);

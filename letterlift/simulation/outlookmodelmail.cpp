@@ -3,7 +3,7 @@
 #include "mailtext.h"
 #include "outlookmodel.h"
 
-#include <QFileInfo>
+#include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -19,9 +19,9 @@ constexpr int recipientBcc = 3;
 // Word's number 5174: the file could not be found.
 constexpr int wordFileNotFound = int(0x800A1436U);
 
-ModelResult typeMismatch()
+QString fileNameOf(const QString &path)
 {
-    return ModelResult::missing(u"Type mismatch in parameter 1"_s);
+    return path.sliced(std::max(path.lastIndexOf(u'/'), path.lastIndexOf(u'\\')) + 1);
 }
 
 template<typename T>
@@ -101,7 +101,7 @@ ModelResult OutlookModel::send(const Node &node, const QVariantList &)
             return ModelResult::outlookException(u"Outlook does not recognize one or more names."_s);
     }
     mail.gone = true;
-    m_environment.saveSent(node.owner + 1, messageOf(mail));
+    m_environment.saveSent(messageOf(mail));
     if (mail.displayed)
         m_environment.removeDraft(node.owner + 1);
     return ModelResult::nothing();
@@ -134,7 +134,7 @@ ModelResult OutlookModel::writeField(const Node &node, const QVariant &value)
     MailItem &mail = mailOf(node);
     const auto newValue = converted<std::remove_reference_t<decltype(mail.*field)>>(value);
     if (!newValue)
-        return typeMismatch();
+        return ModelResult::typeMismatch();
     mail.*field = *newValue;
     changed(node.owner);
     return ModelResult::nothing();
@@ -144,7 +144,7 @@ ModelResult OutlookModel::writeImportance(const Node &node, const QVariant &valu
 {
     const int importance = converted<int>(value).value_or(-1);
     if (importance < int(Importance::Low) || importance > int(Importance::High))
-        return typeMismatch();
+        return ModelResult::typeMismatch();
     return writeField<&MailItem::importance>(node, importance);
 }
 
@@ -152,7 +152,7 @@ ModelResult OutlookModel::writeBodyFormat(const Node &node, const QVariant &valu
 {
     const int format = converted<int>(value).value_or(0);
     if (format != bodyFormatPlain && format != bodyFormatHtml)
-        return typeMismatch();
+        return ModelResult::typeMismatch();
     MailItem &mail = mailOf(node);
     if (format != mail.bodyFormat)
         mail.text = format == bodyFormatHtml ? plainTextToHtml(mail.text) : htmlToPlainText(mail.text);
@@ -171,7 +171,7 @@ ModelResult OutlookModel::writeBody(const Node &node, const QVariant &value)
 {
     const auto text = converted<QString>(value);
     if (!text)
-        return typeMismatch();
+        return ModelResult::typeMismatch();
     MailItem &mail = mailOf(node);
     mail.text = mail.bodyFormat == bodyFormatHtml ? plainTextToHtml(*text) : *text;
     mail.textWritten = true;
@@ -189,7 +189,7 @@ ModelResult OutlookModel::writeHtmlBody(const Node &node, const QVariant &value)
 {
     const auto html = converted<QString>(value);
     if (!html)
-        return typeMismatch();
+        return ModelResult::typeMismatch();
     MailItem &mail = mailOf(node);
     mail.bodyFormat = bodyFormatHtml;
     mail.text = *html;
@@ -203,7 +203,7 @@ ModelResult OutlookModel::writeAccount(const Node &node, const QVariant &value)
     const auto reference = value.value<ObjectReference>();
     const OutlookModel::Node *const account = findNode(reference);
     if (reference.kind != ObjectKind::Account || account == nullptr)
-        return typeMismatch();
+        return ModelResult::typeMismatch();
     mailOf(node).account = account->index;
     changed(node.owner);
     return ModelResult::nothing();
@@ -236,7 +236,7 @@ ModelResult OutlookModel::addAttachment(const Node &node, const QVariantList &ar
     if (!content)
         return ModelResult::outlookException(u"The file to attach can't be found: "_s + path);
     QList<MessageAttachment> &attachments = mailOf(node).attachments;
-    attachments.append({QFileInfo(path).fileName(), *content});
+    attachments.append({fileNameOf(path), *content});
     return newElement(ObjectKind::Attachments, node.owner, attachments.size() - 1);
 }
 
@@ -275,7 +275,7 @@ ModelResult OutlookModel::writeElementType(const Node &node, const QVariant &val
         return ModelResult::missing(u"The property can't be written"_s);
     const int type = converted<int>(value).value_or(0);
     if (type < recipientTo || type > recipientBcc)
-        return typeMismatch();
+        return ModelResult::typeMismatch();
     recipient->type = type;
     changed(node.owner);
     return ModelResult::nothing();

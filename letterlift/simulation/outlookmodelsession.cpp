@@ -71,7 +71,7 @@ ModelResult OutlookModel::applicationSession(const Node &, const QVariantList &)
 ModelResult OutlookModel::createItem(const Node &, const QVariantList &arguments)
 {
     if (!isMailItemType(arguments.first()))
-        return ModelResult::missing(u"Type mismatch in parameter 1"_s);
+        return ModelResult::typeMismatch();
     m_mailItems.emplace_back();
     return ModelResult::of(QVariant::fromValue(shared(ObjectKind::MailItem, int(m_mailItems.size()) - 1)));
 }
@@ -124,12 +124,14 @@ ModelResult OutlookModel::accountSmtpAddress(const Node &node, const QVariantLis
 
 ModelResult OutlookModel::recipientResolve(const Node &node, const QVariantList &)
 {
-    return ModelResult::of(lookUp(node.text).resolves);
+    const bool resolves = lookUp(node.text).resolves;
+    m_nodes.at(size_t(ObjectKind::Recipient)).at(size_t(node.index) - 1).resolved = resolves;
+    return ModelResult::of(resolves);
 }
 
 ModelResult OutlookModel::recipientAddressEntry(const Node &node, const QVariantList &)
 {
-    if (!lookUp(node.text).resolves)
+    if (!node.resolved)
         return ModelResult::nothing();
     return ModelResult::of(QVariant::fromValue(shared(ObjectKind::AddressEntry, node.index)));
 }

@@ -21,9 +21,9 @@ OutlookModel::Access accessOf(Operation operation)
     }
 }
 
-QString failureText(FailureKind kind)
+QString unknownMember()
 {
-    return kind == FailureKind::Missing ? u"Unknown member"_s : QString();
+    return u"Unknown member"_s;
 }
 
 } // namespace
@@ -54,10 +54,13 @@ ModelResult OutlookServer::perform(Operation operation, const ObjectReference &o
                                    const QVariantList &arguments)
 {
     ModelResult result;
-    if (const auto failure = plannedFailure(object.kind, member))
+    if (const auto failure = plannedFailure(object.kind, member)) {
         result.failure = failure;
-    else
+    } else if (OutlookModel::memberSignature(object.kind, bareName(member)) != member) {
+        result = ModelResult::missing(unknownMember());
+    } else {
         result = m_model.perform(object, accessOf(operation), bareName(member), arguments);
+    }
     m_environment.record({object, operation, member, arguments, result.value, result.failure});
     return result;
 }
@@ -78,8 +81,8 @@ std::optional<Failure> OutlookServer::plannedFailure(ObjectKind kind, const QStr
     for (const PlannedFailure &planned : m_scenario.failures) {
         if (planned.object == kind && planned.member == member && planned.call.value_or(*call) == *call) {
             Failure failure = planned.failure;
-            if (failure.description.isEmpty())
-                failure.description = failureText(failure.kind);
+            if (failure.kind == FailureKind::Missing && failure.description.isEmpty())
+                failure.description = unknownMember();
             return failure;
         }
     }

@@ -17,8 +17,8 @@ public:
     /// A client asks for the application object by \a progId. Empty if the scenario has no Outlook.
     [[nodiscard]] std::optional<ObjectReference> create(const QString &progId);
 
-    /// \a member is what the client passed, with a signature if it uses any; \a operation is any but create and
-    /// release.
+    /// \a member is in the form of OutlookModel::memberSignature(), which clients of the in-process interface pass
+    /// themselves; another form is an unknown member. \a operation is any but create and release.
     [[nodiscard]] ModelResult perform(Operation operation, const ObjectReference &object, const QString &member,
                                       const QVariantList &arguments);
 

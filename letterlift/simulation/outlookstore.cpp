@@ -34,7 +34,9 @@ bool OutlookStore::open(QString &errorText)
             return false;
         }
     }
-    if (!m_journal.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+    // Appending, so that two programs with the same store mix their lines and don't overwrite each other's.
+    m_journal.resize(0);
+    if (!m_journal.open(QIODevice::WriteOnly | QIODevice::Append)) {
         errorText = u"The file %1 can't be written: %2"_s.arg(m_journal.fileName(), m_journal.errorString());
         return false;
     }
@@ -43,9 +45,12 @@ bool OutlookStore::open(QString &errorText)
 
 void OutlookStore::record(const JournalEntry &entry)
 {
-    m_journal.write(journalLine(entry) + '\n');
-    // A program that is killed is one more case to look at in the journal.
-    m_journal.flush();
+    const bool written = m_journal.write(journalLine(entry) + '\n') >= 0;
+    // Each line at once: a program that is killed is one more case to look at in the journal.
+    if ((m_journal.flush() && written) || m_journalFailed)
+        return;
+    m_journalFailed = true;
+    warnOfFile(m_journal);
 }
 
 std::optional<QByteArray> OutlookStore::readFile(const QString &path) const
@@ -70,9 +75,8 @@ void OutlookStore::removeDraft(int mailItem)
         QFile::remove(path);
 }
 
-void OutlookStore::saveSent(int mailItem, const MailMessage &message)
+void OutlookStore::saveSent(const MailMessage &message)
 {
-    Q_UNUSED(mailItem)
     save(newFile(u"sent"_s), message);
 }
 

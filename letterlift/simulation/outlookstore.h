@@ -19,7 +19,7 @@ public:
     [[nodiscard]] std::optional<QByteArray> readFile(const QString &path) const override;
     void saveDraft(int mailItem, const MailMessage &message) override;
     void removeDraft(int mailItem) override;
-    void saveSent(int mailItem, const MailMessage &message) override;
+    void saveSent(const MailMessage &message) override;
 
 private:
     [[nodiscard]] QString newFile(const QString &folder) const;
@@ -27,5 +27,6 @@ private:
 
     QString m_directory;
     QFile m_journal;
+    bool m_journalFailed = false;
     QHash<int, QString> m_drafts; // the mail items' files
 };

@@ -1,3 +1,5 @@
+#include "jsonduplicates.h"
+#include "outlookmodel.h"
 #include "scenario.h"
 
 #include <QJsonArray>
@@ -41,10 +43,10 @@ private:
     Scenario m_scenario;
 };
 
-QString parseErrorPlace(const QByteArray &json, qsizetype offset)
+/// Line and column of the byte at \a offset, both from 1.
+QString placeAt(const QByteArray &json, qsizetype offset)
 {
-    // Qt's offset is that of the character behind the one that is wrong.
-    const QByteArrayView before = QByteArrayView(json).first(qBound(qsizetype(0), offset - 1, json.size()));
+    const QByteArrayView before = QByteArrayView(json).first(qBound(qsizetype(0), offset, json.size()));
     const qsizetype line = before.count('\n') + 1;
     const qsizetype column = before.size() - (before.lastIndexOf('\n') + 1) + 1;
     return u"line %1, column %2"_s.arg(line).arg(column);
@@ -60,7 +62,13 @@ std::optional<Scenario> Reader::read(const QByteArray &json)
     QJsonParseError parseError{};
     const QJsonDocument document = QJsonDocument::fromJson(json, &parseError);
     if (parseError.error != QJsonParseError::NoError) {
-        fail(parseErrorPlace(json, parseError.offset), parseError.errorString());
+        // Qt's offset is that of the character behind the one that is wrong.
+        fail(placeAt(json, parseError.offset - 1), parseError.errorString());
+        return std::nullopt;
+    }
+    // QJsonObject would keep the last of two equal keys and say nothing.
+    if (const std::optional<DuplicateKey> duplicate = findDuplicateKey(json)) {
+        fail(placeAt(json, duplicate->offset), u"duplicate key \"%1\""_s.arg(QString::fromUtf8(duplicate->key)));
         return std::nullopt;
     }
 
@@ -217,8 +225,9 @@ bool Reader::readFailure(const QJsonValue &value, const QString &place)
     const std::optional<ObjectKind> kind = objectKindFromName(object);
     if (!kind)
         return fail(below(place, u"object"_s), u"the kind of object \"%1\" doesn't exist"_s.arg(object));
-    if (planned.member.isEmpty())
-        return fail(below(place, u"member"_s), u"a failure needs a member"_s);
+    const QString bareName = planned.member.left(planned.member.indexOf(u'('));
+    if (planned.member.isEmpty() || OutlookModel::memberSignature(*kind, bareName) != planned.member)
+        return fail(below(place, u"member"_s), u"%1 has no member \"%2\""_s.arg(object, planned.member));
     if (hasCall && call < 1)
         return fail(below(place, u"call"_s), u"calls are counted from 1"_s);
 

@@ -1,4 +1,5 @@
 #include "mailrequest.h"
+#include "nofreefiles.h"
 #include "unprivileged.h"
 
 #include <QDir>
@@ -43,6 +44,7 @@ private Q_SLOTS:
     void directoryAsBodyFile();
     void unreadableBodyFile();
     void failedBodyKeepsWhatWasGathered();
+    void codeWithoutTextLeavesErrorMessageAlone();
     void bodyLeavesErrorMessageAlone();
     void bodyFileErrorText_data();
     void bodyFileErrorText();
@@ -376,6 +378,22 @@ void tst_MailRequest::failedBodyKeepsWhatWasGathered()
 {
     QString errorMessage;
     QCOMPARE(request("BODY=x\nBODYZ1=y\nBODYFILE=missing.txt").body(errorMessage), u"x\ny"_s);
+}
+
+void tst_MailRequest::codeWithoutTextLeavesErrorMessageAlone()
+{
+    write(u"body.txt"_s, "never read");
+    const MailRequest mail = request("BODY=x\nBODYZ1=y\nBODYFILE=body.txt");
+    QString errorMessage = u"from before"_s;
+    QString text;
+    {
+        const NoFreeFiles limit;
+        if (!limit.isActive())
+            QSKIP("The number of open files can't be limited here");
+        text = mail.body(errorMessage);
+    }
+    QCOMPARE(text, u"x\ny"_s);
+    QCOMPARE(errorMessage, u"from before"_s);
 }
 
 void tst_MailRequest::bodyLeavesErrorMessageAlone()

@@ -28,7 +28,9 @@ private Q_SLOTS:
     void exchangeAddressOfAnotherTypeEmptiesTheResult();
     void aliasWalk_data();
     void aliasWalk();
+    void aliasWalkWithoutExchangeUsers();
     void aliasWalkStopsAtTheFirstMatch();
+    void aliasWalkSwitchesTheMetaObjectOffFirst();
     void aliasWalkLogsItsTime_data();
     void aliasWalkLogsItsTime();
     void aliasWalkPassesOverFailingEntries();
@@ -39,6 +41,7 @@ private Q_SLOTS:
     void originatorIsLogged();
     void firstMatchingAccountWins();
     void failingAccountIsPassedOver();
+    void accountsThatFailArePassedOver();
 
 private:
     [[nodiscard]] Outlook &outlook();
@@ -246,6 +249,16 @@ void tst_OutlookRecipients::aliasWalk()
     QTEST(outlook().getPrimarySmtpAddressForAliasAddress(address), "result");
 }
 
+void tst_OutlookRecipients::aliasWalkWithoutExchangeUsers()
+{
+    m_mailbox->scenario.globalAddressList = {{false, {}, {}}, {false, {}, {}}, {false, {}, {}}};
+    QTest::ignoreMessage(QtDebugMsg,
+                         QRegularExpression(u"^getPrimarySmtpAddressForAliasAddress\\(kim@example\\.com\\) = , "
+                                            "elapsed = [0-9]+ ms$"_s));
+    QCOMPARE(outlook().resolveSmtpAddress(u"kim@example.com"_s), u"kim@example.com"_s);
+    QCOMPARE(m_mailbox->operationsOf(u"AddressEntries"_s).size(), 1 + 3);
+}
+
 void tst_OutlookRecipients::aliasWalkStopsAtTheFirstMatch()
 {
     m_mailbox->scenario.globalAddressList = {
@@ -257,6 +270,59 @@ void tst_OutlookRecipients::aliasWalkStopsAtTheFirstMatch()
                           u"AddressEntries#1 query Item(QVariant) [1]"_s, u"AddressEntry#1 query GetExchangeUser()"_s,
                           u"AddressEntries#1 query Item(QVariant) [2]"_s, u"AddressEntry#2 query GetExchangeUser()"_s,
                           u"ExchangeUser#1 get Alias"_s, u"ExchangeUser#1 get PrimarySmtpAddress"_s}));
+}
+
+namespace {
+
+/// Answers every query with another one of its kind, and writes down what is asked.
+class Recorder : public AutomationObject
+{
+public:
+    Recorder(QStringList &log, const QString &name, QObject *parent)
+        : AutomationObject(parent)
+        , m_log(log)
+        , m_name(name)
+    {
+    }
+
+    [[nodiscard]] bool isNull() const override { return false; }
+    [[nodiscard]] AutomationObject *querySubObject(const char *name, const QVariantList &) override
+    {
+        add(QString::fromLatin1(name));
+        return new Recorder(m_log, QString::fromLatin1(name), this);
+    }
+    QVariant dynamicCall(const char *name, const QVariantList &) override
+    {
+        add(QString::fromLatin1(name));
+        return QVariant();
+    }
+    [[nodiscard]] QVariant property(const char *name) override
+    {
+        add(QString::fromLatin1(name));
+        return QByteArrayView(name) == "Count" ? QVariant(1) : QVariant(u"a@b"_s);
+    }
+    bool setProperty(const char *, const QVariant &) override { return false; }
+    [[nodiscard]] QVariant asVariant() const override { return QVariant(); }
+    void disableMetaObject() override { add(u"disableMetaObject"_s); }
+
+private:
+    void add(const QString &operation) { m_log.append(m_name + u": "_s + operation); }
+
+    QStringList &m_log;
+    QString m_name;
+};
+
+} // namespace
+
+void tst_OutlookRecipients::aliasWalkSwitchesTheMetaObjectOffFirst()
+{
+    QStringList log;
+    Outlook recorded(nullptr,
+                     [&log](const QString &progId, QObject *parent) { return new Recorder(log, progId, parent); });
+    log.clear();
+    QCOMPARE(recorded.getPrimarySmtpAddressForAliasAddress(u"kim@example.com"_s), u""_s);
+    log.removeIf([](const QString &line) { return !line.startsWith(u"Item"_s); });
+    QCOMPARE(log, QStringList({u"Item(QVariant): disableMetaObject"_s, u"Item(QVariant): GetExchangeUser()"_s}));
 }
 
 void tst_OutlookRecipients::aliasWalkLogsItsTime_data()
@@ -371,6 +437,14 @@ void tst_OutlookRecipients::failingAccountIsPassedOver()
     AutomationObject *const account = outlook().findAccount(u"A"_s);
     QVERIFY(account != nullptr);
     QCOMPARE(account->property("SmtpAddress"), u"b@example.com"_s);
+}
+
+void tst_OutlookRecipients::accountsThatFailArePassedOver()
+{
+    m_mailbox->addFailure(ObjectKind::Session, u"Accounts"_s, FailureKind::Exception);
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"IDispatch member Accounts"_s));
+    outlook().setOriginator(u"kim@example.com"_s);
+    QCOMPARE(m_mailbox->operations().last(), uR"(MailItem#1 set SentOnBehalfOfName ["kim@example.com"])"_s);
 }
 
 QTEST_GUILESS_MAIN(tst_OutlookRecipients)

@@ -4,8 +4,15 @@
 #include <QStringEncoder>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextStream>
 
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr qsizetype megabyte = 1024 * 1024;
+
+} // namespace
 
 class tst_ParameterFile : public QObject
 {
@@ -42,6 +49,8 @@ private Q_SLOTS:
     void detectEncoding_data();
     void detectEncoding();
     void unknownFallbackGivesNoEncoding();
+    void setDetectedEncoding_data();
+    void setDetectedEncoding();
     void oddInput_data();
     void oddInput();
     void manySections();
@@ -357,6 +366,27 @@ void tst_ParameterFile::unknownFallbackGivesNoEncoding()
     QVERIFY(!ParameterFile::detectEncoding("\xf6", "no such encoding").has_value());
 }
 
+void tst_ParameterFile::setDetectedEncoding_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QByteArray>("fallback");
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("fallback") << QByteArray("\xe4x") << QByteArray("ISO-8859-1") << u"äx"_s;
+    QTest::newRow("fallback not needed") << QByteArray("\xc3\xa4x") << QByteArray("ISO-8859-1") << u"äx"_s;
+    QTest::newRow("mark before fallback") << QByteArray("\xff\xfe\xe4\0", 4) << QByteArray("ISO-8859-1") << u"ä"_s;
+    QTest::newRow("unknown fallback, the stream's own") << QByteArray("\xe4x") << QByteArray("none") << u"\uFFFDx"_s;
+}
+
+void tst_ParameterFile::setDetectedEncoding()
+{
+    QFETCH(const QByteArray, bytes);
+    QFETCH(const QByteArray, fallback);
+    QTextStream stream(bytes, QIODevice::ReadOnly);
+    ParameterFile::setDetectedEncoding(stream, bytes, fallback.constData());
+    QTEST(stream.readAll(), "text");
+}
+
 void tst_ParameterFile::oddInput_data()
 {
     QTest::addColumn<QByteArray>("bytes");
@@ -389,7 +419,7 @@ void tst_ParameterFile::manySections()
 
 void tst_ParameterFile::keyOfOneMegabyte()
 {
-    const QByteArray key(1024 * 1024, 'K');
+    const QByteArray key(megabyte, 'K');
     const ParameterFile file = parse("[VEXAMAIL]\n" + key + "=long\nA=1\n");
     QCOMPARE(file.value(QString::fromLatin1(key), u""_s), u"long"_s);
     QCOMPARE(file.value(u"A"_s, u""_s), u"1"_s);
@@ -398,7 +428,7 @@ void tst_ParameterFile::keyOfOneMegabyte()
 void tst_ParameterFile::lineOfBlanksAlone()
 {
     // White space fits both what may stand before a key and the key itself: the pattern has many ways to fail.
-    const QByteArray blanks(1024 * 1024, ' ');
+    const QByteArray blanks(megabyte, ' ');
     QCOMPARE(valueOf(blanks + "\nA=1", u"A"_s), u"1"_s);
 }
 

@@ -191,10 +191,14 @@ void tst_RunLog::debugRuleAddressesACategory_data()
 void tst_RunLog::debugRuleAddressesACategory()
 {
     QFETCH(const bool, on);
+    const QLoggingCategory addressed("debug", QtFatalMsg);
+    const QLoggingCategory longer("debugx", QtFatalMsg);
+    const QLoggingCategory other("xdebug", QtFatalMsg);
     setDebugLogging(on);
-    const QLoggingCategory addressed("debug");
     QCOMPARE(addressed.isDebugEnabled(), on);
     QCOMPARE(addressed.isWarningEnabled(), on);
+    QVERIFY(!longer.isDebugEnabled());
+    QVERIFY(!other.isDebugEnabled());
     logStream() << u"the same line"_s;
     QCOMPARE(logText(), "the same line\n");
 }

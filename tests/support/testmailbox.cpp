@@ -28,9 +28,9 @@ void MemoryEnvironment::removeDraft(int mailItem)
     drafts.remove(mailItem);
 }
 
-void MemoryEnvironment::saveSent(int mailItem, const MailMessage &message)
+void MemoryEnvironment::saveSent(const MailMessage &message)
 {
-    sent.insert(mailItem, message);
+    sent.append(message);
 }
 
 AutomationFactory TestMailbox::factory()

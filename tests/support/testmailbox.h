@@ -16,12 +16,12 @@ public:
     [[nodiscard]] std::optional<QByteArray> readFile(const QString &path) const override;
     void saveDraft(int mailItem, const MailMessage &message) override;
     void removeDraft(int mailItem) override;
-    void saveSent(int mailItem, const MailMessage &message) override;
+    void saveSent(const MailMessage &message) override;
 
     QList<JournalEntry> journal;
     QMap<QString, QByteArray> files;
     QMap<int, MailMessage> drafts;
-    QMap<int, MailMessage> sent;
+    QList<MailMessage> sent;
 };
 
 /// A simulated Outlook for one test. The scenario is taken over when the first object is created.

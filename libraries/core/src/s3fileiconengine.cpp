@@ -2,7 +2,6 @@
 
 #include <QFileIconProvider>
 #include <QFileInfo>
-#include <QPainter>
 
 s3FileIconEngine::s3FileIconEngine(const QString &path)
     : m_path(path)

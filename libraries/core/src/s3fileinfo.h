@@ -12,7 +12,7 @@ public:
     /// True for a directory as well.
     [[nodiscard]] static bool exists(const QString &path);
 
-    /// The icon that the desktop shows for this file; a null icon if there is no such file. The desktop is asked when the
-    /// icon is painted. GUI thread.
+    /// The icon that the desktop shows for this file; a null icon if there is no such file. The desktop is asked when
+    /// the icon is painted. GUI thread.
     [[nodiscard]] QIcon icon() const;
 };

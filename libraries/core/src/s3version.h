@@ -23,7 +23,7 @@ struct s3Version
     /// the fourth part is ignored. Never fails.
     explicit s3Version(const QString &dottedText);
 
-    /// Whether the version compares at or above 0.0.0, that is, whether it has at least three numbers or is above 0.0.
+    /// Whether the version compares at or above 0.0.0: so 0.0 isn't valid, 0.0.0 and 0.1 are.
     [[nodiscard]] bool isValid() const;
 
     /// The comparable numbers joined with "."; empty for an invalid version.

@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QPointer>
 #include <QSignalSpy>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -45,6 +46,9 @@ private Q_SLOTS:
     void exceptionOfPropertyWrite();
     void thrownByReceiverPassesThroughTheCall_data();
     void thrownByReceiverPassesThroughTheCall();
+    void propertiesNeedTheMetaObject();
+    void otherFormOfAMemberIsUnknown();
+    void defaultStore();
     void refusedScenario_data();
     void refusedScenario();
     void missingScenario();
@@ -261,19 +265,13 @@ void tst_AutomationObject::tooManyArguments()
 
 namespace {
 
-constexpr auto failingSend = R"x({"failures": [{"object": "MailItem", "member": "Send()",
-               "kind" :
-    "exception",
-               "code" : 4711,
-               "source" :
-    "Source",
-               "description" :
-    "Description",
-               "help" : "Help [12]"
-},
+// clang-format off
+constexpr auto failingSend = R"x({"failures": [
+    {"object": "MailItem", "member": "Send()", "kind": "exception", "code": 4711,
+     "source": "Source", "description": "Description", "help": "Help [12]"},
     {"object": "MailItem", "member": "Subject", "code": -2147467259},
-    {"object": "MailItem", "member": "Recipients"}]
-})x";
+    {"object": "MailItem", "member": "Recipients"}]})x";
+// clang-format on
 
 } // namespace
 
@@ -350,13 +348,44 @@ void tst_AutomationObject::thrownByReceiverPassesThroughTheCall()
     QVERIFY(mail->setProperty("Importance", 1));
 }
 
+void tst_AutomationObject::propertiesNeedTheMetaObject()
+{
+    // So it is with ActiveQt; a program that reads one all the same is to be noticed here.
+    const auto object = application();
+    object->disableMetaObject();
+    QTest::ignoreMessage(QtWarningMsg, m_callError);
+    QVERIFY(!object->property("Version").isValid());
+    QCOMPARE(object->dynamicCall("Version").typeId(), QMetaType::QString);
+}
+
+void tst_AutomationObject::otherFormOfAMemberIsUnknown()
+{
+    const auto object = application();
+    for (const char *const form : {"Session()", "session", "CreateItem", "CreateItem(int)"}) {
+        QTest::ignoreMessage(QtWarningMsg, m_callError);
+        QCOMPARE(object->querySubObject(form), nullptr);
+    }
+}
+
+void tst_AutomationObject::defaultStore()
+{
+    qunsetenv("LETTERLIFT_OUTLOOK_STORE");
+    QStandardPaths::setTestModeEnabled(true);
+    const QString journal =
+        QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation) + u"/outlook/journal.jsonl"_s;
+    QFile::remove(journal);
+    QVERIFY(!application()->isNull());
+    QVERIFY(QFile::exists(journal));
+    QStandardPaths::setTestModeEnabled(false);
+}
+
 void tst_AutomationObject::refusedScenario_data()
 {
     QTest::addColumn<QByteArray>("json");
     QTest::addColumn<QString>("place");
 
     QTest::newRow("broken") << QByteArray("{\n  \"version\": \n}") << u"line 3, column 1: "_s;
-    QTest::newRow("unknown key") << QByteArray(R"({"failures": [{"object": "Session", "membr": "x"}]})")
+    QTest::newRow("unknown key") << QByteArray(R"({"failures": [{"object": "Session", "membr": "Logon"}]})")
                                  << u"failures[0]: unknown key \"membr\""_s;
 }
 

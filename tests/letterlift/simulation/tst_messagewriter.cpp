@@ -27,6 +27,8 @@ private Q_SLOTS:
     void noReceipts();
     void addresses_data();
     void addresses();
+    void namesWithoutAddress_data();
+    void namesWithoutAddress();
     void subjects_data();
     void subjects();
     void attachments_data();
@@ -159,6 +161,9 @@ void tst_MessageWriter::originator_data()
     QTest::newRow("account") << account << MessageAddress() << u"Robin Example <robin@example.com>"_s << u""_s;
     QTest::newRow("on behalf") << MessageAddress{u"chief@example.com"_s, {}} << account << u"chief@example.com"_s
                                << u"Robin Example <robin@example.com>"_s;
+    QTest::newRow("on behalf, account without address")
+        << MessageAddress{u"chief@example.com"_s, {}} << MessageAddress{u"robin@example.com"_s, {}}
+        << u"chief@example.com"_s << u"robin@example.com"_s;
     QTest::newRow("no account") << MessageAddress() << MessageAddress() << u"Simulated Outlook <outlook@localhost>"_s
                                 << u""_s;
 }
@@ -207,6 +212,9 @@ void tst_MessageWriter::addresses_data()
         << MessageAddress{u"Zażółć Größe"_s, u"z@example.com"_s} << u"Zażółć Größe"_s << u"z@example.com"_s;
     QTest::newRow("resolved name with comma")
         << MessageAddress{u"Sample, Kim"_s, u"kim@example.com"_s} << u"Sample, Kim"_s << u"kim@example.com"_s;
+    QTest::newRow("quoted name with @") << MessageAddress{u"\"Kim @ home\" <kim@example.com>"_s, {}} << u"Kim @ home"_s
+                                        << u"kim@example.com"_s;
+    QTest::newRow("blanks around") << MessageAddress{u" a@example.com "_s, {}} << u""_s << u"a@example.com"_s;
     QTest::newRow("resolved to itself") << MessageAddress{u"a@example.com"_s, u"a@example.com"_s} << u""_s
                                         << u"a@example.com"_s;
 }
@@ -230,6 +238,32 @@ void tst_MessageWriter::addresses()
     QCOMPARE(lists[u"Cc"].toArray().size(), 2);
 }
 
+void tst_MessageWriter::namesWithoutAddress_data()
+{
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("name") << u"Piosespa"_s;
+    QTest::newRow("name with comma") << u"Sample, Kim"_s;
+    QTest::newRow("name beyond ASCII") << u"Größe"_s;
+    QTest::newRow("two @") << u"x@y@z"_s;
+    QTest::newRow("address and more") << u"a@example.com garbage"_s;
+    QTest::newRow("name, address and more") << u"Kim <kim@example.com> tail"_s;
+    QTest::newRow("open bracket") << u"<a@example.com"_s;
+    QTest::newRow("two addresses") << u"a@example.com, b@example.com"_s;
+    QTest::newRow("no domain") << u"a@"_s;
+    QTest::newRow("no local part") << u"@example.com"_s;
+}
+
+void tst_MessageWriter::namesWithoutAddress()
+{
+    QFETCH(const QString, text);
+    MailMessage mail = simpleMessage();
+    mail.to = {{text, {}}};
+    const QJsonObject message = readBack(mail);
+    QCOMPARE(message[u"addresses"][u"To"].toArray(), QJsonArray());
+    QCOMPARE(message[u"groups"][u"To"].toArray(), QJsonArray{text});
+}
+
 void tst_MessageWriter::subjects_data()
 {
     QTest::addColumn<QString>("subject");
@@ -239,18 +273,19 @@ void tst_MessageWriter::subjects_data()
     QTest::newRow("Latin") << u"Größe und Übermaß"_s;
     QTest::newRow("Greek") << u"Ωμέγα"_s;
     QTest::newRow("emoji") << u"Done 😀"_s;
+    QTest::newRow("NUL becomes the replacement character") << QString(u"ab\0cd"_s);
     QTest::newRow("long") << u"long words and more "_s.repeated(30).trimmed();
     QTest::newRow("long beyond ASCII") << u"größe "_s.repeated(60).trimmed();
 }
 
 void tst_MessageWriter::subjects()
 {
-    QFETCH(const QString, subject);
+    QFETCH(QString, subject);
     MailMessage mail = simpleMessage();
     mail.subject = subject;
     const QJsonObject headers = readBack(mail)[u"headers"].toObject();
     QVERIFY(headers.contains(u"subject"_s));
-    QCOMPARE(headers[u"subject"].toString(), subject);
+    QCOMPARE(headers[u"subject"].toString(), subject.replace(QChar(u'\0'), QChar(QChar::ReplacementCharacter)));
 }
 
 void tst_MessageWriter::attachments_data()

@@ -19,6 +19,7 @@ private Q_SLOTS:
     void newObjectsHaveNewNumbers();
     void unlistedAddressResolvesAsSmtp();
     void unresolvedAddressHasNoEntry();
+    void recipientHasNoEntryBeforeItIsResolved();
     void exchangeAddressHasUserWithAlias();
     void smtpAddressHasNoExchangeUser();
     void indexOutOfBounds_data();
@@ -55,6 +56,7 @@ private:
     ModelResult set(const ObjectReference &object, const QString &member, const QVariant &value);
     ObjectReference newMail();
     ObjectReference session();
+    ObjectReference resolvedRecipient(const QString &text);
     ObjectReference addRecipient(const ObjectReference &mail, const QString &address, int type);
 
     Scenario m_scenario;
@@ -100,6 +102,14 @@ ObjectReference tst_OutlookModel::newMail()
 ObjectReference tst_OutlookModel::session()
 {
     return query(m_model->application(), u"Session"_s);
+}
+
+ObjectReference tst_OutlookModel::resolvedRecipient(const QString &text)
+{
+    const ObjectReference recipient = query(session(), u"CreateRecipient"_s, {text});
+    if (!call(recipient, u"Resolve"_s).value.toBool())
+        qFatal("The recipient isn't resolved");
+    return recipient;
 }
 
 ObjectReference tst_OutlookModel::addRecipient(const ObjectReference &mail, const QString &address, int type)
@@ -186,25 +196,30 @@ void tst_OutlookModel::unresolvedAddressHasNoEntry()
     QVERIFY(!entry.failure.has_value());
 }
 
+void tst_OutlookModel::recipientHasNoEntryBeforeItIsResolved()
+{
+    const ObjectReference recipient = query(session(), u"CreateRecipient"_s, {u"x@example.com"_s});
+    QVERIFY(!call(recipient, u"AddressEntry"_s).value.isValid());
+    QVERIFY(call(recipient, u"Resolve"_s).value.toBool());
+    QVERIFY(call(recipient, u"AddressEntry"_s).value.isValid());
+}
+
 void tst_OutlookModel::exchangeAddressHasUserWithAlias()
 {
     m_scenario.addresses.insert(u"Kim"_s, {true, u"EX"_s, u"kim.sample@example.com"_s});
     m_scenario.addresses.insert(u"Bo"_s, {true, u"EX"_s, u"bo@example.com"_s});
     m_scenario.globalAddressList = {{true, u"kim"_s, u"kim.sample@example.com"_s}};
-    const ObjectReference kim =
-        query(query(query(session(), u"CreateRecipient"_s, {u"Kim"_s}), u"AddressEntry"_s), u"GetExchangeUser"_s);
+    const ObjectReference kim = query(query(resolvedRecipient(u"Kim"_s), u"AddressEntry"_s), u"GetExchangeUser"_s);
     QCOMPARE(get(kim, u"PrimarySmtpAddress"_s), QVariant(u"kim.sample@example.com"_s));
     QCOMPARE(get(kim, u"Alias"_s), QVariant(u"kim"_s));
-    const ObjectReference bo =
-        query(query(query(session(), u"CreateRecipient"_s, {u"Bo"_s}), u"AddressEntry"_s), u"GetExchangeUser"_s);
+    const ObjectReference bo = query(query(resolvedRecipient(u"Bo"_s), u"AddressEntry"_s), u"GetExchangeUser"_s);
     QCOMPARE(get(bo, u"PrimarySmtpAddress"_s), QVariant(u"bo@example.com"_s));
     QCOMPARE(get(bo, u"Alias"_s), QVariant(u""_s));
 }
 
 void tst_OutlookModel::smtpAddressHasNoExchangeUser()
 {
-    const ObjectReference entry =
-        query(query(session(), u"CreateRecipient"_s, {u"x@example.com"_s}), u"AddressEntry"_s);
+    const ObjectReference entry = query(resolvedRecipient(u"x@example.com"_s), u"AddressEntry"_s);
     const ModelResult user = call(entry, u"GetExchangeUser"_s);
     QVERIFY(!user.value.isValid());
     QVERIFY(!user.failure.has_value());
@@ -386,7 +401,7 @@ void tst_OutlookModel::sentItemIsGone()
     QVERIFY(!call(mail, u"Send"_s).failure.has_value());
     QVERIFY(m_environment->drafts.isEmpty());
     QCOMPARE(m_environment->sent.size(), 1);
-    QVERIFY(!m_environment->sent.value(1).draft);
+    QVERIFY(!m_environment->sent.first().draft);
     QCOMPARE(set(mail, u"Subject"_s, u"s"_s).failure->kind, FailureKind::Exception);
 }
 
@@ -427,6 +442,7 @@ void tst_OutlookModel::notDisplayedMailIsNotSaved()
 void tst_OutlookModel::messageHoldsWhatTheItemHas()
 {
     m_environment->files.insert(u"/x/a.pdf"_s, "content");
+    m_environment->files.insert(u"C:\\x\\b.pdf"_s, "content");
     m_scenario.addresses.insert(u"Kim"_s, {true, u"EX"_s, u"kim@example.com"_s});
     const ObjectReference mail = newMail();
     addRecipient(mail, u"Kim"_s, 1);
@@ -434,6 +450,7 @@ void tst_OutlookModel::messageHoldsWhatTheItemHas()
     addRecipient(mail, u"b@example.com"_s, 3);
     query(query(mail, u"ReplyRecipients"_s), u"Add"_s, {u"r@example.com"_s});
     query(query(mail, u"Attachments"_s), u"Add"_s, {u"/x/a.pdf"_s});
+    query(query(mail, u"Attachments"_s), u"Add"_s, {u"C:\\x\\b.pdf"_s});
     set(mail, u"Subject"_s, u"s"_s);
     set(mail, u"Importance"_s, 0);
     set(mail, u"ReadReceiptRequested"_s, true);
@@ -455,7 +472,8 @@ void tst_OutlookModel::messageHoldsWhatTheItemHas()
     QVERIFY(message.deliveryReport);
     QVERIFY(!message.html);
     QCOMPARE(message.body, u"text"_s);
-    QCOMPARE(message.attachments.size(), 1);
+    QCOMPARE(message.attachments.size(), 2);
+    QCOMPARE(message.attachments.last().fileName, u"b.pdf"_s);
     QCOMPARE(message.attachments.first().fileName, u"a.pdf"_s);
     QCOMPARE(message.attachments.first().content, "content");
 }

@@ -17,6 +17,8 @@ private Q_SLOTS:
     void openFails();
     void journalIsWrittenAtOnce();
     void journalStartsEmpty();
+    void twoProgramsMixTheirLines();
+    void fullJournalIsWarnedOfOnce();
     void draftIsWrittenAndReplaced();
     void draftIsRemoved();
     void sentMailsAreNumbered();
@@ -82,6 +84,37 @@ void tst_OutlookStore::journalStartsEmpty()
     QCOMPARE(read(u"journal.jsonl"_s), "");
 }
 
+void tst_OutlookStore::twoProgramsMixTheirLines()
+{
+    OutlookStore other(m_directory->filePath(u"deep/store"_s));
+    QString errorText;
+    QVERIFY(other.open(errorText));
+    for (int i = 1; i <= 10; ++i) {
+        m_store->record({{ObjectKind::Session, i}, Operation::Release, {}, {}, {}, {}});
+        other.record({{ObjectKind::MailItem, i}, Operation::Release, {}, {}, {}, {}});
+    }
+    const QList<QByteArray> lines = read(u"journal.jsonl"_s).split('\n');
+    QCOMPARE(lines.size(), 20 + 1);
+    QCOMPARE(lines.at(18), R"({"object":"Session#10","operation":"release"})");
+}
+
+void tst_OutlookStore::fullJournalIsWarnedOfOnce()
+{
+    if (!QFile::exists(u"/dev/full"_s))
+        QSKIP("There is no device here that is always full");
+    const QString path = m_directory->filePath(u"deep/store/journal.jsonl"_s);
+    QVERIFY(QFile::remove(path));
+    QVERIFY(QFile::link(u"/dev/full"_s, path));
+    OutlookStore store(m_directory->filePath(u"deep/store"_s));
+    QString errorText;
+    QVERIFY2(store.open(errorText), qPrintable(errorText));
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(u"^Simulated Outlook: .*journal\\.jsonl can't be written: "_s));
+    store.record({{ObjectKind::Session, 1}, Operation::Release, {}, {}, {}, {}});
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    store.record({{ObjectKind::Session, 1}, Operation::Release, {}, {}, {}, {}});
+}
+
 void tst_OutlookStore::draftIsWrittenAndReplaced()
 {
     MailMessage message;
@@ -107,8 +140,8 @@ void tst_OutlookStore::draftIsRemoved()
 
 void tst_OutlookStore::sentMailsAreNumbered()
 {
-    m_store->saveSent(1, MailMessage());
-    m_store->saveSent(2, MailMessage());
+    m_store->saveSent(MailMessage());
+    m_store->saveSent(MailMessage());
     QCOMPARE(filesIn(u"sent"_s), QStringList({u"0001.eml"_s, u"0002.eml"_s}));
     QVERIFY(read(u"sent/0002.eml"_s).contains("Message-Id: "));
 }
@@ -119,7 +152,7 @@ void tst_OutlookStore::takenNumbersArePassedOver()
         QFile file(m_directory->filePath(u"deep/store/sent/"_s + name));
         QVERIFY(file.open(QIODevice::WriteOnly));
     }
-    m_store->saveSent(1, MailMessage());
+    m_store->saveSent(MailMessage());
     QVERIFY(!read(u"sent/0003.eml"_s).isEmpty());
     QCOMPARE(read(u"sent/0002.eml"_s), "");
 }

@@ -16,6 +16,7 @@ private Q_SLOTS:
     void refused();
     void manyEntries();
     void builtInMailbox();
+    void sameKeyInSeveralObjects();
     void kindNames();
 };
 
@@ -109,29 +110,39 @@ void tst_Scenario::refused_data()
     add("unknown key of an address", R"({"addresses": {"Kim": {"type": "EX"}}})",
         uR"(addresses["Kim"]: unknown key "type")"_s);
     add("unknown key of the signature", R"({"signature": {"rtf": ""}})", uR"(signature: unknown key "rtf")"_s);
-    add("unknown key of a failure", R"({"failures": [{"object": "Session", "member": "x", "codes": 1}]})",
+    add("unknown key of a failure", R"({"failures": [{"object": "Session", "member": "Accounts", "codes": 1}]})",
         uR"(failures[0]: unknown key "codes")"_s);
     add("no bool", R"({"available": 1})", u"available: true or false is expected"_s);
     add("no text", R"({"version": 16})", u"version: a text is expected"_s);
     add("no list", R"({"accounts": {}})", u"accounts: a list is expected"_s);
     add("no object in the list", R"({"accounts": ["a"]})", u"accounts[0]: an object is expected"_s);
     add("addresses as list", R"({"addresses": []})", u"addresses: an object is expected"_s);
-    add("no object kind", R"({"failures": [{"object": "Mail", "member": "x"}]})",
+    add("no object kind", R"({"failures": [{"object": "Mail", "member": "Accounts"}]})",
         uR"(failures[0].object: the kind of object "Mail" doesn't exist)"_s);
-    add("failure without object", R"({"failures": [{"member": "x"}]})",
+    add("failure without object", R"({"failures": [{"member": "Accounts"}]})",
         uR"(failures[0].object: the kind of object "" doesn't exist)"_s);
     add("failure without member", R"({"failures": [{"object": "Session"}]})",
-        u"failures[0].member: a failure needs a member"_s);
-    add("unknown kind of failure", R"({"failures": [{"object": "Session", "member": "x", "kind": "error"}]})",
+        uR"(failures[0].member: Session has no member "")"_s);
+    add("misspelt member", R"({"failures": [{"object": "MailItem", "member": "Subjekt"}]})",
+        uR"(failures[0].member: MailItem has no member "Subjekt")"_s);
+    add("member without its signature", R"({"failures": [{"object": "MailItem", "member": "Send"}]})",
+        uR"(failures[0].member: MailItem has no member "Send")"_s);
+    add("member of another kind", R"({"failures": [{"object": "Session", "member": "Subject"}]})",
+        uR"(failures[0].member: Session has no member "Subject")"_s);
+    add("unknown kind of failure", R"({"failures": [{"object": "Session", "member": "Accounts", "kind": "error"}]})",
         uR"(failures[0].kind: "null", "missing" or "exception" is expected)"_s);
-    add("code with fraction", R"({"failures": [{"object": "Session", "member": "x", "code": 1.5}]})",
+    add("code with fraction", R"({"failures": [{"object": "Session", "member": "Accounts", "code": 1.5}]})",
         u"failures[0].code: a whole number of 32 bits is expected"_s);
-    add("code over 32 bits", R"({"failures": [{"object": "Session", "member": "x", "code": 4294967296}]})",
+    add("code over 32 bits", R"({"failures": [{"object": "Session", "member": "Accounts", "code": 4294967296}]})",
         u"failures[0].code: a whole number of 32 bits is expected"_s);
-    add("code as text", R"({"failures": [{"object": "Session", "member": "x", "code": "4096"}]})",
+    add("code as text", R"({"failures": [{"object": "Session", "member": "Accounts", "code": "4096"}]})",
         u"failures[0].code: a whole number of 32 bits is expected"_s);
-    add("call 0", R"({"failures": [{"object": "Session", "member": "x", "call": 0}]})",
+    add("call 0", R"({"failures": [{"object": "Session", "member": "Accounts", "call": 0}]})",
         u"failures[0].call: calls are counted from 1"_s);
+    add("key twice", "{\"version\": \"1\",\n \"accounts\": [], \"version\": \"2\"}",
+        uR"(line 2, column 18: duplicate key "version")"_s);
+    add("key twice further down", R"({"accounts": [{"DisplayName": "a\"{", "DisplayName": "b"}]})",
+        uR"(line 1, column 39: duplicate key "DisplayName")"_s);
 }
 
 void tst_Scenario::refused()
@@ -164,13 +175,26 @@ void tst_Scenario::builtInMailbox()
     QVERIFY(scenario.failures.isEmpty());
 }
 
+void tst_Scenario::sameKeyInSeveralObjects()
+{
+    QString errorText;
+    QVERIFY2(readScenario(R"({"accounts": [{"DisplayName": "version"}, {"DisplayName": "accounts"}], "version": "1"})",
+                          errorText)
+                 .has_value(),
+             qPrintable(errorText));
+}
+
 void tst_Scenario::kindNames()
 {
     for (int i = 0; i < objectKindCount; ++i)
         QCOMPARE(objectKindFromName(objectKindName(ObjectKind(i))), ObjectKind(i));
-    QCOMPARE(objectKindName(ObjectKind::Application), u"Application"_s);
-    QCOMPARE(objectKindName(ObjectKind::MailItem), u"MailItem"_s);
-    QCOMPARE(objectKindName(ObjectKind::Selection), u"Selection"_s);
+    QStringList names;
+    for (int i = 0; i < objectKindCount; ++i)
+        names.append(objectKindName(ObjectKind(i)));
+    QCOMPARE(names.join(u' '),
+             u"Application Session Accounts Account Recipient AddressList AddressEntries AddressEntry "
+             "ExchangeUser MailItem Recipients ReplyRecipients Attachments Element Inspector Document "
+             "WordApplication Selection"_s);
     QVERIFY(!objectKindFromName(u"mailitem"_s).has_value());
 }
 

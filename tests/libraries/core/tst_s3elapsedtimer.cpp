@@ -1,8 +1,9 @@
 #include "s3elapsedtimer.h"
 
-#include <QRegularExpression>
 #include <QTest>
 #include <QThread>
+
+#include <functional>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -16,6 +17,9 @@ private Q_SLOTS:
     void formatted_data();
     void formatted();
     void texts();
+    void eachReadCanAdd_data();
+    void eachReadCanAdd();
+    void restartStartsAnew();
     void totalCountsEachAddition();
     void totalStaysWithoutAddition();
     void restartKeepsOrResetsTotal();
@@ -63,13 +67,52 @@ void tst_s3ElapsedTimer::formatted()
 
 void tst_s3ElapsedTimer::texts()
 {
+    const auto number = [](const QString &text, const QString &unit) {
+        return text.endsWith(unit) ? text.chopped(unit.size()).toDouble() : -1.0;
+    };
     s3ElapsedTimer timer(true);
     QThread::msleep(11);
-    static const QRegularExpression wholeMilliseconds(u"^[0-9]+ ms$"_s);
-    QVERIFY2(wholeMilliseconds.match(timer.text(false)).hasMatch(), qPrintable(timer.text(false)));
-    static const QRegularExpression wholeMicroseconds(u"^[0-9]{5,} µs$"_s);
-    QVERIFY2(wholeMicroseconds.match(timer.textMicroseconds(false)).hasMatch(),
-             qPrintable(timer.textMicroseconds(false)));
+    const double before = double(timer.nanoseconds(false));
+    const double milliseconds = number(timer.text(false), u" ms"_s);
+    const double microseconds = number(timer.textMicroseconds(false), u" µs"_s);
+    const double after = double(timer.nanoseconds(false));
+    // Shown without decimals from 10 on: half a unit to each side.
+    QVERIFY2(milliseconds * 1e6 >= before - 0.51e6 && milliseconds * 1e6 <= after + 0.51e6,
+             qPrintable(QString::number(milliseconds)));
+    QVERIFY2(microseconds * 1e3 >= before - 0.51e3 && microseconds * 1e3 <= after + 0.51e3,
+             qPrintable(QString::number(microseconds)));
+}
+
+void tst_s3ElapsedTimer::eachReadCanAdd_data()
+{
+    using Read = std::function<void(s3ElapsedTimer &, bool)>;
+    QTest::addColumn<Read>("read");
+
+    QTest::newRow("nanoseconds") << Read([](s3ElapsedTimer &t, bool add) { t.nanoseconds(add); });
+    QTest::newRow("microseconds") << Read([](s3ElapsedTimer &t, bool add) { t.microseconds(add); });
+    QTest::newRow("milliseconds") << Read([](s3ElapsedTimer &t, bool add) { t.milliseconds(add); });
+    QTest::newRow("text") << Read([](s3ElapsedTimer &t, bool add) { QVERIFY(!t.text(add).isEmpty()); });
+    QTest::newRow("textMicroseconds") << Read(
+        [](s3ElapsedTimer &t, bool add) { QVERIFY(!t.textMicroseconds(add).isEmpty()); });
+}
+
+void tst_s3ElapsedTimer::eachReadCanAdd()
+{
+    QFETCH(const std::function<void(s3ElapsedTimer &, bool)>, read);
+    s3ElapsedTimer timer(true);
+    QThread::msleep(2);
+    read(timer, false);
+    QCOMPARE(timer.totalText(), u"0 ms"_s);
+    read(timer, true);
+    QVERIFY(timer.totalText() != u"0 ms"_s);
+}
+
+void tst_s3ElapsedTimer::restartStartsAnew()
+{
+    s3ElapsedTimer timer(true);
+    QThread::msleep(50);
+    timer.restart(false);
+    QVERIFY(timer.milliseconds(false) < 50);
 }
 
 void tst_s3ElapsedTimer::totalCountsEachAddition()

@@ -173,6 +173,8 @@ void tst_s3Version::toVexaVersion()
 void tst_s3Version::twentyCharactersAreCutAtTwelve()
 {
     QCOMPARE(s3Version::fromVexaVersion(u"2016r4n07p0399999999"_s), s3Version(2016, 4, 7, 3));
+    // The padding goes after the cut: what stands behind it can't keep it there.
+    QCOMPARE(s3Version::fromVexaVersion(u"2016r4------99999999"_s), s3Version(2016, 4, -1, -1));
 }
 
 void tst_s3Version::isAtLeast_data()

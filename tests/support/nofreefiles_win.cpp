@@ -1,0 +1,5 @@
+#include "nofreefiles.h"
+
+NoFreeFiles::NoFreeFiles() = default;
+
+NoFreeFiles::~NoFreeFiles() = default;
