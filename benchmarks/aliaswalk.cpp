@@ -42,7 +42,7 @@ void aliasWalk(benchmark::State &state)
     const Scenario scenario = manyUsers(state.range(0));
     NoEnvironment environment;
     int wrappers = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         state.PauseTiming();
         auto outlook = std::make_unique<Outlook>(nullptr, [&](const QString &progId, QObject *parent) {
             const auto server = std::make_shared<OutlookServer>(scenario, environment);
@@ -64,7 +64,7 @@ void aliasWalkYardstick(benchmark::State &state)
 {
     const Scenario scenario = manyUsers(state.range(0));
     NoEnvironment environment;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         state.PauseTiming();
         auto server = std::make_unique<OutlookServer>(scenario, environment);
         const auto query = [&server](const ObjectReference &object, const QString &member,

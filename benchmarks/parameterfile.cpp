@@ -36,7 +36,7 @@ QByteArray bodyText(qint64 size)
 
 void readLines(benchmark::State &state, const QString &path)
 {
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         QFile file(path);
         if (!file.open(QIODevice::ReadOnly))
             state.SkipWithError("The file can't be read");
@@ -51,7 +51,7 @@ void readLines(benchmark::State &state, const QString &path)
 void keys(benchmark::State &state)
 {
     const QString path = writeFile(u"keys.vxm"_s, manyKeys(state.range(0)));
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const MailRequest mail(path);
         benchmark::DoNotOptimize(mail.subject());
     }
@@ -67,7 +67,7 @@ void longBody(benchmark::State &state)
 {
     const QString path = writeFile(u"body.vxm"_s, "[VEXAMAIL]\nBODY=" + bodyText(state.range(0)) + "\n");
     QString errorMessage;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const MailRequest mail(path);
         benchmark::DoNotOptimize(mail.body(errorMessage));
     }
@@ -84,7 +84,7 @@ void bodyFile(benchmark::State &state)
     writeFile(u"body.txt"_s, bodyText(state.range(0)).replace(';', '\n'));
     const MailRequest mail(writeFile(u"bodyfile.vxm"_s, "[VEXAMAIL]\nBODYFILE=body.txt\n"));
     QString errorMessage;
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         benchmark::DoNotOptimize(mail.body(errorMessage));
     state.SetComplexityN(state.range(0));
 }

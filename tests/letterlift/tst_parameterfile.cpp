@@ -10,7 +10,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr qsizetype megabyte = 1024 * 1024;
+constexpr qsizetype megabyte = 1'048'576;
 
 } // namespace
 

@@ -19,9 +19,10 @@ say() {
 
 # need_packages PACKAGE...: installs those that are missing.
 need_packages() {
-    local missing=() package
+    local missing=() package installed
+    installed=$(dpkg-query -W -f '${db:Status-Status} ${Package}\n' "$@" 2>/dev/null || true)
     for package in "$@"; do
-        dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null | grep -qx installed || missing+=("$package")
+        grep -qx "installed $package" <<<"$installed" || missing+=("$package")
     done
     [ ${#missing[@]} -eq 0 ] && return
     if ! command -v apt-get >/dev/null; then
