@@ -10,7 +10,7 @@ packages_build=(g++ cmake ninja-build ccache pkg-config qt6-base-dev libgmime-3.
 packages_run=(libqt6gui6 qt6-qpa-plugins fonts-dejavu-core shared-mime-info)
 packages_test=(python3 xvfb xdotool)
 packages_sanitize=(clang libclang-rt-14-dev)
-packages_lint=(clang clang-format clang-tidy shellcheck python3)
+packages_lint=(git clang clang-format clang-tidy shellcheck python3)
 packages_benchmark=(libbenchmark-dev xvfb time)
 
 say() {
