@@ -25,7 +25,8 @@ public:
     [[nodiscard]] QString value(const QString &key, const QString &defaultValue) const;
     [[nodiscard]] bool containsKey(const QString &key) const;
 
-    /// The value as a number in C's notation ("0x10" is 16, "010" is 8); 0 for text that is no number.
+    /// The value as a number in C's notation ("0x10" is 16, "0b10" 2, "010" 8); 0 for text that is no number of 32
+    /// bits.
     [[nodiscard]] int intValue(const QString &key, int defaultValue) const;
 
     /// True for 1, j and y in either case, and for nothing else.

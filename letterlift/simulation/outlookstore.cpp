@@ -80,7 +80,8 @@ void OutlookStore::saveSent(const MailMessage &message)
     save(newFile(u"sent"_s), message);
 }
 
-/// Takes the first free number; the file is made at once, so that no other process takes the same.
+/// Takes a free number, searched for from behind the count of files. The file is made at once, so that no other process
+/// takes the same.
 QString OutlookStore::newFile(const QString &folder) const
 {
     const QDir directory(QDir(m_directory).filePath(folder));

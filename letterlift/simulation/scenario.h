@@ -20,7 +20,8 @@ enum class FailureKind {
 /// The code that Outlook gives nearly all its exceptions.
 inline constexpr int outlookExceptionCode = 4096;
 
-/// What goes with a failure; all but the kind has a meaning for an exception only.
+/// What goes with a failure. Code, source and help have a meaning for an exception only, the description for a missing
+/// member as well.
 struct Failure
 {
     FailureKind kind = FailureKind::Exception;

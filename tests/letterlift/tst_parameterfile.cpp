@@ -233,6 +233,7 @@ void tst_ParameterFile::intValue_data()
     QTest::newRow("hexadecimal") << QByteArray("0x2") << 2;
     QTest::newRow("hexadecimal 16") << QByteArray("0x10") << 16;
     QTest::newRow("octal") << QByteArray("010") << 8;
+    QTest::newRow("binary") << QByteArray("0b10") << 2;
     QTest::newRow("no octal digit") << QByteArray("08") << 0;
     QTest::newRow("negative") << QByteArray("-1") << -1;
     QTest::newRow("no number") << QByteArray("abc") << 0;
