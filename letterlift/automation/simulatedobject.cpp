@@ -60,9 +60,10 @@ void SimulatedObject::disableMetaObject()
 /// not do better here.
 bool SimulatedObject::checkProperties(const char *name) const
 {
-    if (!m_hasProperties)
+    const bool switchedOff = m_reference && !m_hasProperties;
+    if (switchedOff)
         reportCallError(name, u"The meta-object is switched off"_s);
-    return m_hasProperties;
+    return !switchedOff;
 }
 
 std::optional<QVariant> SimulatedObject::perform(Operation operation, const char *name, const QVariantList &arguments)

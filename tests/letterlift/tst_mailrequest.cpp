@@ -1,5 +1,6 @@
 #include "mailrequest.h"
 #include "nofreefiles.h"
+#include "testfile.h"
 #include "unprivileged.h"
 
 #include <QDir>
@@ -64,9 +65,7 @@ void tst_MailRequest::init()
 
 void tst_MailRequest::write(const QString &name, const QByteArray &bytes)
 {
-    QFile file(m_directory->filePath(name));
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("The test's file can't be written");
+    writeTestFile(m_directory->filePath(name), bytes);
 }
 
 MailRequest tst_MailRequest::request(const QByteArray &lines)

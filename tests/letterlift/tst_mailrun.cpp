@@ -1,6 +1,7 @@
 #include "automation/automationobject.h"
 #include "boxwatcher.h"
 #include "mailrun.h"
+#include "testfile.h"
 #include "testmailbox.h"
 
 #include <QFile>
@@ -53,11 +54,8 @@ void tst_MailRun::cleanup()
 
 int tst_MailRun::run(const QByteArray &lines)
 {
-    QFile file(m_directory->filePath(u"mail.vxm"_s));
-    if (!file.open(QIODevice::WriteOnly) || file.write("[VEXAMAIL]\n" + lines + "\n") < 0)
-        qFatal("The test's file can't be written");
-    file.close();
-    MailRun mailRun(file.fileName(), m_mailbox->factory());
+    const QString path = writeTestFile(m_directory->filePath(u"mail.vxm"_s), "[VEXAMAIL]\n" + lines + "\n");
+    MailRun mailRun(path, m_mailbox->factory());
     return mailRun.run();
 }
 

@@ -1,6 +1,6 @@
 #include "parameterfile.h"
+#include "testfile.h"
 
-#include <QFile>
 #include <QStringEncoder>
 #include <QTemporaryDir>
 #include <QTest>
@@ -66,11 +66,7 @@ private:
 
 ParameterFile tst_ParameterFile::parse(const QByteArray &bytes)
 {
-    QFile file(m_directory.filePath(u"mail.vxm"_s));
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("The test's file can't be written");
-    file.close();
-    return ParameterFile(file.fileName(), u"VEXAMAIL"_s);
+    return ParameterFile(writeTestFile(m_directory.filePath(u"mail.vxm"_s), bytes), u"VEXAMAIL"_s);
 }
 
 QString tst_ParameterFile::valueOf(const QByteArray &line, const QString &key)

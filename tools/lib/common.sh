@@ -11,7 +11,7 @@ packages_run=(libqt6gui6 qt6-qpa-plugins fonts-dejavu-core shared-mime-info)
 packages_test=(python3 xvfb xdotool)
 packages_sanitize=(clang libclang-rt-14-dev)
 packages_lint=(git clang clang-format clang-tidy shellcheck python3)
-packages_benchmark=(libbenchmark-dev xvfb time)
+packages_benchmark=(libbenchmark-dev xvfb)
 
 say() {
     printf '%s\n' "$*" >&2
