@@ -2,8 +2,6 @@
 
 #include <QDebug>
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace {
 
 int liveObjects = 0;
@@ -26,6 +24,11 @@ int AutomationObject::liveCount()
     return liveObjects;
 }
 
+void AutomationObject::disableMetaObject()
+{
+    m_hasProperties = false;
+}
+
 void AutomationObject::reportNoServer(const char *member) const
 {
     qWarning("QAxBase: No server behind the object to call %s of", member);
@@ -34,6 +37,11 @@ void AutomationObject::reportNoServer(const char *member) const
 void AutomationObject::reportCallError(const char *member, const QString &reason) const
 {
     qWarning("QAxBase: Error calling IDispatch member %s: %s", member, qUtf8Printable(reason));
+}
+
+void AutomationObject::reportCallError(const char *member, CallError error, int argument) const
+{
+    reportCallError(member, callErrorText(error, argument));
 }
 
 void AutomationObject::reportException(const char *member, const AutomationException &exception)
@@ -49,4 +57,28 @@ void AutomationObject::reportException(const char *member, const AutomationExcep
              "    Help: %s",
              member, exception.code, qUtf8Printable(exception.source), qUtf8Printable(exception.description),
              qUtf8Printable(exception.help));
+}
+
+bool AutomationObject::canCall(const char *member, const QVariantList &arguments) const
+{
+    if (isNull()) {
+        reportNoServer(member);
+        return false;
+    }
+    if (arguments.size() > maximumArguments) {
+        reportCallError(member, CallError::TooManyArguments);
+        return false;
+    }
+    return true;
+}
+
+/// ActiveQt reads and writes properties by the meta-object that it has generated; a program that switched it off must not
+/// do better with another backend.
+bool AutomationObject::canUseProperty(const char *name) const
+{
+    if (!canCall(name, {}))
+        return false;
+    if (!m_hasProperties)
+        reportCallError(name, CallError::PropertiesOff);
+    return m_hasProperties;
 }

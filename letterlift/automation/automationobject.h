@@ -1,5 +1,7 @@
 #pragma once
 
+#include "callerror.h"
+
 #include <QObject>
 #include <QVariant>
 
@@ -54,8 +56,8 @@ public:
     [[nodiscard]] virtual QVariant asVariant() const = 0;
 
     /// Makes the object cheaper where it would otherwise read type information or listen for events. Calls and queries
-    /// work on; property() and setProperty() need not.
-    virtual void disableMetaObject() = 0;
+    /// work on; property() and setProperty() don't, as ActiveQt needs the meta-object for them.
+    virtual void disableMetaObject();
 
     /// How many objects of this class there are in the process.
     [[nodiscard]] static int liveCount();
@@ -68,9 +70,15 @@ protected:
     void reportNoServer(const char *member) const;
     /// Second way: \a reason tells what is wrong with the member, its arguments or the connection.
     void reportCallError(const char *member, const QString &reason) const;
+    void reportCallError(const char *member, CallError error, int argument = 1) const;
     /// Third way: emits exception() if that has a receiver, and warns otherwise.
     void reportException(const char *member, const AutomationException &exception);
+    /// What comes before every operation: false, and reported, if it can't be tried at all.
+    [[nodiscard]] bool canCall(const char *member, const QVariantList &arguments) const;
+    [[nodiscard]] bool canUseProperty(const char *name) const;
 
 private:
     Q_DISABLE_COPY_MOVE(AutomationObject)
+
+    bool m_hasProperties = true;
 };

@@ -1,8 +1,26 @@
 #include "simulatedobject.h"
 
+#include "callpatience.h"
 #include "simulation/outlookserver.h"
 
-using namespace Qt::Literals::StringLiterals;
+#include <QThread>
+
+namespace {
+
+CallError callErrorOf(CallFault fault)
+{
+    switch (fault) {
+    case CallFault::ArgumentCount:
+        return CallError::ArgumentCount;
+    case CallFault::TypeMismatch:
+        return CallError::TypeMismatch;
+    case CallFault::UnknownMember:
+        break;
+    }
+    return CallError::UnknownMember;
+}
+
+} // namespace
 
 SimulatedObject::SimulatedObject(std::shared_ptr<OutlookServer> server, std::optional<ObjectReference> reference,
                                  QObject *parent)
@@ -38,12 +56,12 @@ QVariant SimulatedObject::dynamicCall(const char *name, const QVariantList &argu
 
 QVariant SimulatedObject::property(const char *name)
 {
-    return checkProperties(name) ? perform(Operation::Get, name, {}).value_or(QVariant()) : QVariant();
+    return canUseProperty(name) ? perform(Operation::Get, name, {}).value_or(QVariant()) : QVariant();
 }
 
 bool SimulatedObject::setProperty(const char *name, const QVariant &value)
 {
-    return checkProperties(name) && perform(Operation::Set, name, {value}).has_value();
+    return canUseProperty(name) && perform(Operation::Set, name, {value}).has_value();
 }
 
 QVariant SimulatedObject::asVariant() const
@@ -51,45 +69,51 @@ QVariant SimulatedObject::asVariant() const
     return m_reference ? QVariant::fromValue(*m_reference) : QVariant();
 }
 
-void SimulatedObject::disableMetaObject()
-{
-    m_hasProperties = false;
-}
-
-/// ActiveQt reads and writes properties by the meta-object that it has generated; a program that switched it off must
-/// not do better here.
-bool SimulatedObject::checkProperties(const char *name) const
-{
-    const bool switchedOff = m_reference && !m_hasProperties;
-    if (switchedOff)
-        reportCallError(name, u"The meta-object is switched off"_s);
-    return !switchedOff;
-}
-
 std::optional<QVariant> SimulatedObject::perform(Operation operation, const char *name, const QVariantList &arguments)
 {
-    if (!m_reference) {
-        reportNoServer(name);
+    if (!canCall(name, arguments))
         return std::nullopt;
+    CallPatience &patience = CallPatience::ofProcess();
+    ModelResult result = m_server->perform(operation, *m_reference, QString::fromUtf8(name), arguments);
+    while (result.failure && result.failure->kind == FailureKind::Rejected) {
+        const std::optional<CallPatience::Duration> pause = patience.rejected();
+        if (!pause)
+            break;
+        QThread::msleep(ulong(pause->count()));
+        result = m_server->perform(operation, *m_reference, QString::fromUtf8(name), arguments);
     }
-    if (arguments.size() > maximumArguments) {
-        reportCallError(name, u"Too many arguments"_s);
-        return std::nullopt;
-    }
-    const ModelResult result = m_server->perform(operation, *m_reference, QString::fromUtf8(name), arguments);
+    if (!result.failure || result.failure->kind != FailureKind::Rejected)
+        patience.taken();
     if (!result.failure)
         return result.value;
+    return report(name, result);
+}
 
+std::optional<QVariant> SimulatedObject::report(const char *name, const ModelResult &result)
+{
     const Failure &failure = *result.failure;
     switch (failure.kind) {
-    case FailureKind::NoServer:
-        reportNoServer(name);
-        break;
+    case FailureKind::Null:
+    case FailureKind::Error:
+        return QVariant();
+    case FailureKind::Value:
+    case FailureKind::Busy:
+        return result.value;
+    case FailureKind::Silence:
+        QThread::msleep(ulong(failure.milliseconds));
+        return result.value;
     case FailureKind::Missing:
-        reportCallError(name, failure.description);
+        reportCallError(name, callErrorOf(failure.fault));
         break;
     case FailureKind::Exception:
         reportException(name, {failure.code, failure.source, failure.description, failure.help});
+        break;
+    case FailureKind::Rejected:
+        reportCallError(name, CallError::ServerBusy);
+        break;
+    case FailureKind::Death:
+    case FailureKind::Gone:
+        reportCallError(name, CallError::ServerGone);
         break;
     }
     return std::nullopt;

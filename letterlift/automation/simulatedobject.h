@@ -8,6 +8,7 @@
 #include <optional>
 
 class OutlookServer;
+struct ModelResult;
 
 /// An AutomationObject that stands for an object of a simulated Outlook in this process.
 class SimulatedObject : public AutomationObject
@@ -25,14 +26,12 @@ public:
     [[nodiscard]] QVariant property(const char *name) override;
     bool setProperty(const char *name, const QVariant &value) override;
     [[nodiscard]] QVariant asVariant() const override;
-    void disableMetaObject() override;
 
 private:
-    [[nodiscard]] bool checkProperties(const char *name) const;
     /// Empty if the operation failed, which is reported then.
     [[nodiscard]] std::optional<QVariant> perform(Operation operation, const char *name, const QVariantList &arguments);
+    [[nodiscard]] std::optional<QVariant> report(const char *name, const ModelResult &result);
 
     std::shared_ptr<OutlookServer> m_server;
     std::optional<ObjectReference> m_reference;
-    bool m_hasProperties = true;
 };

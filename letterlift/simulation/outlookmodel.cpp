@@ -1,18 +1,14 @@
 #include "outlookmodel.h"
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
-ModelResult ModelResult::missing(const QString &reason)
+ModelResult ModelResult::refused(CallFault fault)
 {
-    Failure failure;
-    failure.kind = FailureKind::Missing;
-    failure.description = reason;
+    Failure failure = failureOf(FailureKind::Missing);
+    failure.fault = fault;
     return {QVariant(), failure};
-}
-
-ModelResult ModelResult::typeMismatch()
-{
-    return missing(u"Type mismatch in parameter 1"_s);
 }
 
 ModelResult ModelResult::outlookException(const QString &description)
@@ -39,31 +35,43 @@ ModelResult OutlookModel::perform(const ObjectReference &object, Access access, 
 {
     const Node *const found = findNode(object);
     if (found == nullptr)
-        return ModelResult::missing(u"Unknown object"_s);
+        return ModelResult::refused(CallFault::UnknownMember);
     const Node node = *found; // the list that holds it may grow
 
     const auto &members = memberTable().at(size_t(object.kind));
     const auto member = members.constFind(memberName);
     if (member == members.constEnd())
-        return ModelResult::missing(u"Unknown member"_s);
+        return ModelResult::refused(CallFault::UnknownMember);
     if (belongsToMail(object.kind) && mailOf(node).gone)
         return ModelResult::outlookException(u"The item has been moved or deleted."_s);
 
     if (access == Access::Set) {
         if (member->write == nullptr)
-            return ModelResult::missing(u"The property can't be written"_s);
+            return ModelResult::refused(CallFault::UnknownMember);
         return (this->*member->write)(node, arguments.value(0));
     }
     if (member->read == nullptr || (member->method && access == Access::Get))
-        return ModelResult::missing(u"The member can't be read"_s);
+        return ModelResult::refused(CallFault::UnknownMember);
     if (arguments.size() != member->argumentCount)
-        return ModelResult::missing(u"Invalid number of arguments"_s);
+        return ModelResult::refused(CallFault::ArgumentCount);
     return (this->*member->read)(node, arguments);
 }
 
 QString OutlookModel::memberSignature(ObjectKind kind, const QString &member)
 {
     return QString::fromLatin1(memberTable().at(size_t(kind)).value(member).signature);
+}
+
+QList<OutlookModel::MemberTraits> OutlookModel::members(ObjectKind kind)
+{
+    const QHash<QString, Member> &table = memberTable().at(size_t(kind));
+    QList<MemberTraits> list;
+    for (auto member = table.begin(); member != table.end(); ++member) {
+        list.append({member.key(), member->argumentCount, member->method, member->read != nullptr,
+                     member->write != nullptr});
+    }
+    std::sort(list.begin(), list.end(), [](const MemberTraits &a, const MemberTraits &b) { return a.name < b.name; });
+    return list;
 }
 
 const OutlookModel::MemberTable &OutlookModel::memberTable()

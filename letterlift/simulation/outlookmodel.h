@@ -20,10 +20,9 @@ struct ModelResult
 
     [[nodiscard]] static ModelResult nothing() { return {}; }
     [[nodiscard]] static ModelResult of(const QVariant &value) { return {value, std::nullopt}; }
-    /// Second way of failing, with the reason as the failure's description.
-    [[nodiscard]] static ModelResult missing(const QString &reason);
-    [[nodiscard]] static ModelResult typeMismatch();
-    /// Third way, as Outlook raises it.
+    /// The member can't be called as asked for.
+    [[nodiscard]] static ModelResult refused(CallFault fault);
+    /// An exception, as Outlook raises it.
     [[nodiscard]] static ModelResult outlookException(const QString &description);
 };
 
@@ -51,6 +50,17 @@ public:
     /// The one form in which a client may pass the member, such as "CreateItem(OlItemType)" for CreateItem; empty if
     /// the kind has no such member.
     [[nodiscard]] static QString memberSignature(ObjectKind kind, const QString &member);
+
+    struct MemberTraits
+    {
+        QString name; ///< the bare name
+        int argumentCount = 0;
+        bool method = false;
+        bool readable = false;
+        bool writable = false;
+    };
+    /// All members of the kind, by name.
+    [[nodiscard]] static QList<MemberTraits> members(ObjectKind kind);
 
 private:
     struct MailRecipient

@@ -134,7 +134,7 @@ ModelResult OutlookModel::writeField(const Node &node, const QVariant &value)
     MailItem &mail = mailOf(node);
     const auto newValue = converted<std::remove_reference_t<decltype(mail.*field)>>(value);
     if (!newValue)
-        return ModelResult::typeMismatch();
+        return ModelResult::refused(CallFault::TypeMismatch);
     mail.*field = *newValue;
     changed(node.owner);
     return ModelResult::nothing();
@@ -144,7 +144,7 @@ ModelResult OutlookModel::writeImportance(const Node &node, const QVariant &valu
 {
     const int importance = converted<int>(value).value_or(-1);
     if (importance < int(Importance::Low) || importance > int(Importance::High))
-        return ModelResult::typeMismatch();
+        return ModelResult::refused(CallFault::TypeMismatch);
     return writeField<&MailItem::importance>(node, importance);
 }
 
@@ -152,7 +152,7 @@ ModelResult OutlookModel::writeBodyFormat(const Node &node, const QVariant &valu
 {
     const int format = converted<int>(value).value_or(0);
     if (format != bodyFormatPlain && format != bodyFormatHtml)
-        return ModelResult::typeMismatch();
+        return ModelResult::refused(CallFault::TypeMismatch);
     MailItem &mail = mailOf(node);
     if (format != mail.bodyFormat)
         mail.text = format == bodyFormatHtml ? plainTextToHtml(mail.text) : htmlToPlainText(mail.text);
@@ -171,7 +171,7 @@ ModelResult OutlookModel::writeBody(const Node &node, const QVariant &value)
 {
     const auto text = converted<QString>(value);
     if (!text)
-        return ModelResult::typeMismatch();
+        return ModelResult::refused(CallFault::TypeMismatch);
     MailItem &mail = mailOf(node);
     mail.text = mail.bodyFormat == bodyFormatHtml ? plainTextToHtml(*text) : *text;
     mail.textWritten = true;
@@ -189,7 +189,7 @@ ModelResult OutlookModel::writeHtmlBody(const Node &node, const QVariant &value)
 {
     const auto html = converted<QString>(value);
     if (!html)
-        return ModelResult::typeMismatch();
+        return ModelResult::refused(CallFault::TypeMismatch);
     MailItem &mail = mailOf(node);
     mail.bodyFormat = bodyFormatHtml;
     mail.text = *html;
@@ -203,7 +203,7 @@ ModelResult OutlookModel::writeAccount(const Node &node, const QVariant &value)
     const auto reference = value.value<ObjectReference>();
     const OutlookModel::Node *const account = findNode(reference);
     if (reference.kind != ObjectKind::Account || account == nullptr)
-        return ModelResult::typeMismatch();
+        return ModelResult::refused(CallFault::TypeMismatch);
     mailOf(node).account = account->index;
     changed(node.owner);
     return ModelResult::nothing();
@@ -272,10 +272,10 @@ ModelResult OutlookModel::writeElementType(const Node &node, const QVariant &val
 {
     MailRecipient *const recipient = recipientOf(node);
     if (recipient == nullptr)
-        return ModelResult::missing(u"The property can't be written"_s);
+        return ModelResult::refused(CallFault::UnknownMember);
     const int type = converted<int>(value).value_or(0);
     if (type < recipientTo || type > recipientBcc)
-        return ModelResult::typeMismatch();
+        return ModelResult::refused(CallFault::TypeMismatch);
     recipient->type = type;
     changed(node.owner);
     return ModelResult::nothing();

@@ -71,7 +71,7 @@ ModelResult OutlookModel::applicationSession(const Node &, const QVariantList &)
 ModelResult OutlookModel::createItem(const Node &, const QVariantList &arguments)
 {
     if (!isMailItemType(arguments.first()))
-        return ModelResult::typeMismatch();
+        return ModelResult::refused(CallFault::TypeMismatch);
     m_mailItems.emplace_back();
     return ModelResult::of(QVariant::fromValue(shared(ObjectKind::MailItem, int(m_mailItems.size()) - 1)));
 }

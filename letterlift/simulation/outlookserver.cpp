@@ -21,9 +21,9 @@ OutlookModel::Access accessOf(Operation operation)
     }
 }
 
-QString unknownMember()
+ModelResult failed(FailureKind kind)
 {
-    return u"Unknown member"_s;
+    return {QVariant(), failureOf(kind)};
 }
 
 } // namespace
@@ -45,7 +45,7 @@ std::optional<ObjectReference> OutlookServer::create(const QString &progId)
     if (created)
         entry.result = QVariant::fromValue(application);
     else
-        entry.failure = Failure{FailureKind::NoServer, 0, {}, {}, {}};
+        entry.failure = failureOf(FailureKind::Null);
     m_environment.record(entry);
     return created ? std::optional(application) : std::nullopt;
 }
@@ -53,21 +53,57 @@ std::optional<ObjectReference> OutlookServer::create(const QString &progId)
 ModelResult OutlookServer::perform(Operation operation, const ObjectReference &object, const QString &member,
                                    const QVariantList &arguments)
 {
-    ModelResult result;
-    if (const auto failure = plannedFailure(object.kind, member)) {
-        result.failure = failure;
-    } else if (OutlookModel::memberSignature(object.kind, bareName(member)) != member) {
-        result = ModelResult::missing(unknownMember());
-    } else {
-        result = m_model.perform(object, accessOf(operation), bareName(member), arguments);
-    }
+    if (m_dead)
+        return failed(FailureKind::Gone);
+    if (isBusy())
+        return failed(FailureKind::Rejected);
+
+    const auto perform = [&] {
+        if (OutlookModel::memberSignature(object.kind, bareName(member)) != member)
+            return ModelResult::refused(CallFault::UnknownMember);
+        return m_model.perform(object, accessOf(operation), bareName(member), arguments);
+    };
+    const std::optional<Failure> failure = plannedFailure(object.kind, member);
+    const ModelResult result = failure ? performPlanned(*failure, perform) : perform();
     m_environment.record({object, operation, member, arguments, result.value, result.failure});
     return result;
 }
 
+ModelResult OutlookServer::performPlanned(const Failure &failure, const std::function<ModelResult()> &perform)
+{
+    switch (failure.kind) {
+    case FailureKind::Value:
+        return {failure.value, failure};
+    case FailureKind::Busy: {
+        ModelResult result = perform();
+        m_busy.setRemainingTime(failure.milliseconds);
+        return result;
+    }
+    case FailureKind::Silence: {
+        ModelResult result = perform();
+        // With a failure of its own the client has no use for the delay.
+        if (!result.failure)
+            result.failure = failure;
+        return result;
+    }
+    case FailureKind::Death:
+        m_dead = true;
+        break;
+    default:
+        break;
+    }
+    return {QVariant(), failure};
+}
+
 void OutlookServer::release(const ObjectReference &object)
 {
-    m_environment.record({object, Operation::Release, QString(), {}, {}, {}});
+    if (!m_dead)
+        m_environment.record({object, Operation::Release, QString(), {}, {}, {}});
+}
+
+bool OutlookServer::isBusy() const
+{
+    return !m_busy.hasExpired();
 }
 
 std::optional<Failure> OutlookServer::plannedFailure(ObjectKind kind, const QString &member)
@@ -79,12 +115,8 @@ std::optional<Failure> OutlookServer::plannedFailure(ObjectKind kind, const QStr
         return std::nullopt;
     ++*call;
     for (const PlannedFailure &planned : m_scenario.failures) {
-        if (planned.object == kind && planned.member == member && planned.call.value_or(*call) == *call) {
-            Failure failure = planned.failure;
-            if (failure.kind == FailureKind::Missing && failure.description.isEmpty())
-                failure.description = unknownMember();
-            return failure;
-        }
+        if (planned.object == kind && planned.member == member && planned.call.value_or(*call) == *call)
+            return planned.failure;
     }
     return std::nullopt;
 }

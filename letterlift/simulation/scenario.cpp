@@ -30,17 +30,49 @@ Scenario::Scenario()
 {
 }
 
+Failure failureOf(FailureKind kind, int code)
+{
+    Failure failure;
+    failure.kind = kind;
+    failure.code = code;
+    return failure;
+}
+
 QString failureKindName(FailureKind kind)
 {
     switch (kind) {
-    case FailureKind::NoServer:
+    case FailureKind::Null:
         return u"null"_s;
     case FailureKind::Missing:
         return u"missing"_s;
+    case FailureKind::Value:
+        return u"value"_s;
+    case FailureKind::Error:
+        return u"error"_s;
+    case FailureKind::Busy:
+        return u"busy"_s;
+    case FailureKind::Death:
+        return u"death"_s;
+    case FailureKind::Silence:
+        return u"silence"_s;
+    case FailureKind::Rejected:
+        return u"rejected"_s;
+    case FailureKind::Gone:
+        return u"gone"_s;
     case FailureKind::Exception:
         break;
     }
     return u"exception"_s;
+}
+
+std::optional<FailureKind> plannedFailureKindFromName(const QString &name)
+{
+    using enum FailureKind;
+    for (const FailureKind kind : {Null, Missing, Exception, Value, Error, Busy, Death, Silence}) {
+        if (name == failureKindName(kind))
+            return kind;
+    }
+    return std::nullopt;
 }
 
 Scenario builtInScenario()

@@ -39,6 +39,7 @@ private:
     bool readSignature(const QJsonValue &value, const QString &place);
     bool readFailure(const QJsonValue &value, const QString &place);
     bool readFailureKind(const QJsonValue &value, const QString &place, FailureKind &kind);
+    bool readFailureValue(const QJsonValue &value, const QString &place, QVariant &result);
 
     Scenario m_scenario;
 };
@@ -213,6 +214,11 @@ bool Reader::readFailure(const QJsonValue &value, const QString &place)
          [this, &planned](const QJsonValue &kind, const QString &kindPlace) {
              return readFailureKind(kind, kindPlace, planned.failure.kind);
          }},
+        {u"value"_s,
+         [this, &planned](const QJsonValue &json, const QString &valuePlace) {
+             return readFailureValue(json, valuePlace, planned.failure.value);
+         }},
+        {u"milliseconds"_s, intInto(planned.failure.milliseconds)},
         {u"code"_s, intInto(planned.failure.code)},
         {u"source"_s, textInto(planned.failure.source)},
         {u"description"_s, textInto(planned.failure.description)},
@@ -228,6 +234,8 @@ bool Reader::readFailure(const QJsonValue &value, const QString &place)
     const QString bareName = planned.member.left(planned.member.indexOf(u'('));
     if (planned.member.isEmpty() || OutlookModel::memberSignature(*kind, bareName) != planned.member)
         return fail(below(place, u"member"_s), u"%1 has no member \"%2\""_s.arg(object, planned.member));
+    if (planned.failure.milliseconds < 0)
+        return fail(below(place, u"milliseconds"_s), u"a time isn't negative"_s);
     if (hasCall && call < 1)
         return fail(below(place, u"call"_s), u"calls are counted from 1"_s);
 
@@ -240,13 +248,26 @@ bool Reader::readFailure(const QJsonValue &value, const QString &place)
 
 bool Reader::readFailureKind(const QJsonValue &value, const QString &place, FailureKind &kind)
 {
-    for (const FailureKind candidate : {FailureKind::NoServer, FailureKind::Missing, FailureKind::Exception}) {
-        if (value.toString() == failureKindName(candidate)) {
-            kind = candidate;
-            return true;
-        }
+    const std::optional<FailureKind> named = plannedFailureKindFromName(value.toString());
+    if (!named)
+        return fail(place, u"the kind of failure \"%1\" doesn't exist"_s.arg(value.toString()));
+    kind = *named;
+    return true;
+}
+
+bool Reader::readFailureValue(const QJsonValue &value, const QString &place, QVariant &result)
+{
+    if (value.isObject() || value.isArray())
+        return fail(place, u"a text, a number, true, false or null is expected"_s);
+    if (value.isNull()) {
+        result = QVariant();
+        return true;
     }
-    return fail(place, u"\"null\", \"missing\" or \"exception\" is expected"_s);
+    int number = 0;
+    result = value.isDouble() && value.toInteger() == value.toDouble() && intInto(number)(value, place)
+                 ? QVariant(number)
+                 : value.toVariant();
+    return true;
 }
 
 } // namespace

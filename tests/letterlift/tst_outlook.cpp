@@ -164,7 +164,7 @@ void tst_Outlook::createItemFails_data()
     QTest::addColumn<FailureKind>("kind");
     QTest::addColumn<QString>("warning");
 
-    QTest::newRow("no server") << FailureKind::NoServer << u"^QAxBase: No server behind the object"_s;
+    QTest::newRow("null, which Outlook may give without a word") << FailureKind::Null << QString();
     QTest::newRow("missing") << FailureKind::Missing << u"^QAxBase: Error calling IDispatch member "_s;
     QTest::newRow("exception") << FailureKind::Exception << u"^QAxBase: Error calling IDispatch member "_s;
 }
@@ -174,7 +174,8 @@ void tst_Outlook::createItemFails()
     QFETCH(const FailureKind, kind);
     QFETCH(const QString, warning);
     m_mailbox->addFailure(ObjectKind::Application, u"CreateItem(OlItemType)"_s, kind);
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(warning));
+    if (!warning.isEmpty())
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(warning));
     Outlook outlook(nullptr, m_mailbox->factory());
     QVERIFY(outlook.version().isValid());
     outlook.setSubject(u"s"_s);
@@ -289,9 +290,10 @@ void tst_Outlook::otherCodeOnMailItemIsPassedOver()
 void tst_Outlook::otherFailuresOnMailItemAreWarnedOf()
 {
     m_mailbox->addFailure(ObjectKind::MailItem, u"Send()"_s, FailureKind::Missing);
-    m_mailbox->addFailure(ObjectKind::MailItem, u"Subject"_s, FailureKind::NoServer);
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^QAxBase: No server behind the object to call Subject"_s));
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^QAxBase: Error calling IDispatch member Send\\(\\)"_s));
+    m_mailbox->addFailure(ObjectKind::MailItem, u"Subject"_s, FailureKind::Death);
+    QTest::ignoreMessage(QtWarningMsg, "QAxBase: Error calling IDispatch member Subject: The server is gone");
+    QTest::ignoreMessage(QtWarningMsg, "QAxBase: Error calling IDispatch member Send(): The server is gone");
+    QTest::ignoreMessage(QtWarningMsg, "QAxBase: Error calling IDispatch member Session: The server is gone");
     Outlook outlook(nullptr, m_mailbox->factory());
     outlook.setSubject(u"s"_s);
     outlook.sendMail();

@@ -83,5 +83,9 @@ QStringList TestMailbox::releases() const
 
 void TestMailbox::addFailure(ObjectKind object, const QString &member, FailureKind kind, int code)
 {
-    scenario.failures.append({object, member, std::nullopt, {kind, code, u"Source"_s, u"Description"_s, u"Help"_s}});
+    Failure failure = failureOf(kind, code);
+    failure.source = u"Source"_s;
+    failure.description = u"Description"_s;
+    failure.help = u"Help"_s;
+    scenario.failures.append({object, member, std::nullopt, failure});
 }

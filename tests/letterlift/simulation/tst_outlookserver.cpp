@@ -21,6 +21,10 @@ private Q_SLOTS:
     void callsAreCountedOverAllObjectsOfAKind();
     void otherMembersAreNotTouched();
     void failureIsRecorded();
+    void busyServerRejectsAndRecordsNothing();
+    void deadServerRecordsNothing();
+    void otherValueIsGivenAndRecorded();
+    void silentServerDoesWhatItIsAsked();
     void failureOfTheModelIsRecorded();
 };
 
@@ -45,11 +49,11 @@ void tst_OutlookServer::journalLines_data()
     QTest::newRow("release") << JournalEntry{mail, Operation::Release, {}, {}, {}, {}}
                              << QByteArray(R"x({"object":"MailItem#1","operation":"release"})x");
     QTest::newRow("exception")
-        << JournalEntry{mail, Operation::Call, u"Send()"_s, {}, {}, Failure{FailureKind::Exception, -7, {}, {}, {}}}
+        << JournalEntry{mail, Operation::Call, u"Send()"_s, {}, {}, failureOf(FailureKind::Exception, -7)}
         << QByteArray(R"x({"object":"MailItem#1","operation":"call","member":"Send()","arguments":[],"result":null,)x"
                       R"x("failure":{"code":-7,"kind":"exception"}})x");
     QTest::newRow("missing")
-        << JournalEntry{mail, Operation::Call, u"Send()"_s, {}, {}, Failure{FailureKind::Missing, 0, {}, {}, {}}}
+        << JournalEntry{mail, Operation::Call, u"Send()"_s, {}, {}, failureOf(FailureKind::Missing)}
         << QByteArray(R"x({"object":"MailItem#1","operation":"call","member":"Send()","arguments":[],"result":null,)x"
                       R"x("failure":{"kind":"missing"}})x");
 }
@@ -79,7 +83,7 @@ void tst_OutlookServer::failedCreateIsRecorded()
     MemoryEnvironment environment;
     OutlookServer server(scenario, environment);
     QVERIFY(!server.create(u"Outlook.Application"_s).has_value());
-    QCOMPARE(environment.journal.first().failure->kind, FailureKind::NoServer);
+    QCOMPARE(environment.journal.first().failure->kind, FailureKind::Null);
     QVERIFY(!environment.journal.first().result.isValid());
 }
 
@@ -99,7 +103,7 @@ void tst_OutlookServer::plannedFailureHidesTheOperation()
 void tst_OutlookServer::plannedFailureOfOneCall()
 {
     Scenario scenario;
-    scenario.failures = {{ObjectKind::Application, u"Version"_s, 2, {FailureKind::Missing, 0, {}, {}, {}}}};
+    scenario.failures = {{ObjectKind::Application, u"Version"_s, 2, failureOf(FailureKind::Missing)}};
     MemoryEnvironment environment;
     OutlookServer server(scenario, environment);
     const ObjectReference application = *server.create(u"Outlook.Application"_s);
@@ -139,7 +143,7 @@ void tst_OutlookServer::otherMembersAreNotTouched()
 void tst_OutlookServer::failureIsRecorded()
 {
     Scenario scenario;
-    scenario.failures = {{ObjectKind::Application, u"Version"_s, {}, {FailureKind::NoServer, 0, {}, {}, {}}}};
+    scenario.failures = {{ObjectKind::Application, u"Version"_s, {}, failureOf(FailureKind::Null)}};
     MemoryEnvironment environment;
     OutlookServer server(scenario, environment);
     const ObjectReference application = *server.create(u"Outlook.Application"_s);
@@ -147,6 +151,70 @@ void tst_OutlookServer::failureIsRecorded()
     QCOMPARE(journalLine(environment.journal.last()),
              QByteArray(R"x({"object":"Application#1","operation":"get","member":"Version","arguments":[],)x"
                         R"x("result":null,"failure":{"kind":"null"}})x"));
+}
+
+void tst_OutlookServer::busyServerRejectsAndRecordsNothing()
+{
+    Scenario scenario;
+    Failure busy = failureOf(FailureKind::Busy);
+    busy.milliseconds = 60'000;
+    scenario.failures = {{ObjectKind::Application, u"Session"_s, 1, busy}};
+    MemoryEnvironment environment;
+    OutlookServer server(scenario, environment);
+    const ObjectReference application = *server.create(u"Outlook.Application"_s);
+    const ModelResult session = server.perform(Operation::Query, application, u"Session"_s, {});
+    QVERIFY(!session.failure.has_value());
+    QVERIFY(session.value.isValid());
+    QVERIFY(server.isBusy());
+    const qsizetype lines = environment.journal.size();
+    QCOMPARE(server.perform(Operation::Get, application, u"Version"_s, {}).failure->kind, FailureKind::Rejected);
+    QCOMPARE(environment.journal.size(), lines);
+    server.release(session.value.value<ObjectReference>());
+    QCOMPARE(environment.journal.size(), lines + 1);
+}
+
+void tst_OutlookServer::deadServerRecordsNothing()
+{
+    Scenario scenario;
+    scenario.failures = {{ObjectKind::Application, u"Version"_s, 1, failureOf(FailureKind::Death)}};
+    MemoryEnvironment environment;
+    OutlookServer server(scenario, environment);
+    const ObjectReference application = *server.create(u"Outlook.Application"_s);
+    QCOMPARE(server.perform(Operation::Get, application, u"Version"_s, {}).failure->kind, FailureKind::Death);
+    QCOMPARE(environment.journal.last().failure->kind, FailureKind::Death);
+    const qsizetype lines = environment.journal.size();
+    QCOMPARE(server.perform(Operation::Get, application, u"Version"_s, {}).failure->kind, FailureKind::Gone);
+    server.release(application);
+    QCOMPARE(environment.journal.size(), lines);
+}
+
+void tst_OutlookServer::otherValueIsGivenAndRecorded()
+{
+    Scenario scenario;
+    Failure value = failureOf(FailureKind::Value);
+    value.value = 7;
+    scenario.failures = {{ObjectKind::Application, u"Version"_s, 1, value}};
+    MemoryEnvironment environment;
+    OutlookServer server(scenario, environment);
+    const ObjectReference application = *server.create(u"Outlook.Application"_s);
+    QCOMPARE(server.perform(Operation::Get, application, u"Version"_s, {}).value, QVariant(7));
+    QCOMPARE(journalLine(environment.journal.last()),
+             QByteArray(R"x({"object":"Application#1","operation":"get","member":"Version","arguments":[],)x"
+                        R"x("result":7,"failure":{"kind":"value"}})x"));
+}
+
+void tst_OutlookServer::silentServerDoesWhatItIsAsked()
+{
+    Scenario scenario;
+    Failure silence = failureOf(FailureKind::Silence);
+    silence.milliseconds = 5;
+    scenario.failures = {{ObjectKind::Application, u"Version"_s, 1, silence}};
+    MemoryEnvironment environment;
+    OutlookServer server(scenario, environment);
+    const ObjectReference application = *server.create(u"Outlook.Application"_s);
+    const ModelResult result = server.perform(Operation::Get, application, u"Version"_s, {});
+    QCOMPARE(result.value, QVariant(scenario.version));
+    QCOMPARE(result.failure->milliseconds, 5);
 }
 
 void tst_OutlookServer::failureOfTheModelIsRecorded()

@@ -129,8 +129,8 @@ void tst_Scenario::refused_data()
         uR"(failures[0].member: MailItem has no member "Send")"_s);
     add("member of another kind", R"({"failures": [{"object": "Session", "member": "Subject"}]})",
         uR"(failures[0].member: Session has no member "Subject")"_s);
-    add("unknown kind of failure", R"({"failures": [{"object": "Session", "member": "Accounts", "kind": "error"}]})",
-        uR"(failures[0].kind: "null", "missing" or "exception" is expected)"_s);
+    add("unknown kind of failure", R"({"failures": [{"object": "Session", "member": "Accounts", "kind": "mood"}]})",
+        uR"(failures[0].kind: the kind of failure "mood" doesn't exist)"_s);
     add("code with fraction", R"({"failures": [{"object": "Session", "member": "Accounts", "code": 1.5}]})",
         u"failures[0].code: a whole number of 32 bits is expected"_s);
     add("code over 32 bits", R"({"failures": [{"object": "Session", "member": "Accounts", "code": 4294967296}]})",

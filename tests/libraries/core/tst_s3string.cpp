@@ -45,6 +45,8 @@ void tst_s3String::expandEnvironmentStrings()
     qputenv("LL_DOLLAR", "${LL_B}");
 
     QFETCH(QString, text);
+    if (text.contains(u"LL_EMPTY"_s) && !qEnvironmentVariableIsSet("LL_EMPTY"))
+        QSKIP("Setting a variable to nothing removes it on this system");
     s3String::expandEnvironmentStrings(text);
     QTEST(text, "expanded");
 }

@@ -1,0 +1,61 @@
+# The backend through which the program reaches Outlook: LETTERLIFT_AUTOMATION is activeqt, com or simulated.
+
+find_package(Qt6 6.4 QUIET OPTIONAL_COMPONENTS AxContainer)
+if(TARGET Qt6::AxContainer)
+    set(_letterlift_automation activeqt)
+elseif(WIN32)
+    set(_letterlift_automation com)
+else()
+    set(_letterlift_automation simulated)
+endif()
+set(LETTERLIFT_AUTOMATION "${_letterlift_automation}" CACHE STRING "Automation backend: activeqt, com or simulated")
+set_property(CACHE LETTERLIFT_AUTOMATION PROPERTY STRINGS activeqt com simulated)
+
+if(LETTERLIFT_AUTOMATION STREQUAL "activeqt" AND NOT TARGET Qt6::AxContainer)
+    message(FATAL_ERROR "LETTERLIFT_AUTOMATION: activeqt needs Qt's module AxContainer")
+elseif(LETTERLIFT_AUTOMATION STREQUAL "com" AND NOT WIN32)
+    message(FATAL_ERROR "LETTERLIFT_AUTOMATION: com needs Windows")
+elseif(NOT LETTERLIFT_AUTOMATION MATCHES "^(activeqt|com|simulated)$")
+    message(FATAL_ERROR "LETTERLIFT_AUTOMATION: there is no backend \"${LETTERLIFT_AUTOMATION}\"")
+endif()
+
+# The simulated Outlook writes its messages with GMime.
+find_package(PkgConfig)
+if(PKG_CONFIG_FOUND)
+    pkg_check_modules(GMIME IMPORTED_TARGET GLOBAL gmime-3.0)
+endif()
+if(TARGET PkgConfig::GMIME)
+    set(LETTERLIFT_HAVE_GMIME ON)
+elseif(LETTERLIFT_AUTOMATION STREQUAL "simulated")
+    message(FATAL_ERROR "LETTERLIFT_AUTOMATION: simulated needs GMime 3 (pkg-config: gmime-3.0)")
+else()
+    message(STATUS "Without GMime 3 (pkg-config: gmime-3.0) there is no stand-in for Outlook, and no test that needs one")
+endif()
+
+# The stand-in for Outlook needs a compiler of type libraries (Microsoft's or Wine's) and what writes its messages.
+function(letterlift_type_library target idl)
+    set(_output "${CMAKE_CURRENT_BINARY_DIR}/${target}_typelib")
+    cmake_path(GET idl STEM _stem)
+    file(MAKE_DIRECTORY "${_output}")
+    if(MSVC)
+        set(_command "${LETTERLIFT_IDL_COMPILER}" /nologo /tlb "${_output}/${_stem}.tlb" "${idl}")
+    else()
+        set(_command "${LETTERLIFT_IDL_COMPILER}" -t "-I${LETTERLIFT_IDL_INCLUDE}" -L "${LETTERLIFT_IDL_LIBRARIES}"
+            -o "${_output}/${_stem}.tlb" "${idl}")
+    endif()
+    add_custom_command(OUTPUT "${_output}/${_stem}.tlb" COMMAND ${_command} DEPENDS "${idl}"
+        WORKING_DIRECTORY "${_output}" VERBATIM)
+    add_custom_target(${target} DEPENDS "${_output}/${_stem}.tlb")
+    set_target_properties(${target} PROPERTIES LETTERLIFT_DIRECTORY "${_output}")
+endfunction()
+
+if(WIN32)
+    if(MSVC)
+        find_program(LETTERLIFT_IDL_COMPILER midl)
+    else()
+        find_program(LETTERLIFT_IDL_COMPILER NAMES x86_64-w64-mingw32-widl widl)
+        find_path(LETTERLIFT_IDL_INCLUDE oaidl.idl PATHS /usr/include/wine/wine/windows NO_CMAKE_FIND_ROOT_PATH)
+        find_path(LETTERLIFT_IDL_LIBRARIES stdole2.tlb PATHS /usr/lib/x86_64-linux-gnu/wine/x86_64-windows
+            NO_CMAKE_FIND_ROOT_PATH)
+    endif()
+endif()

@@ -1,0 +1,70 @@
+#include "activeqtobject.h"
+
+#include "comapartment.h"
+
+#include <QAxObject>
+#include <QMetaMethod>
+
+ActiveQtObject::ActiveQtObject(std::shared_ptr<ComApartment> apartment, std::unique_ptr<QAxObject> object,
+                               QObject *parent)
+    : AutomationObject(parent)
+    , m_apartment(std::move(apartment))
+    , m_object(std::move(object))
+{
+    // It has come as a child of the object that was asked for it; from now on it goes with this one.
+    m_object->setParent(nullptr);
+}
+
+ActiveQtObject::~ActiveQtObject() = default;
+
+bool ActiveQtObject::isNull() const
+{
+    return m_object->isNull();
+}
+
+AutomationObject *ActiveQtObject::querySubObject(const char *name, const QVariantList &arguments)
+{
+    if (!canCall(name, arguments))
+        return nullptr;
+    QVariantList values = arguments;
+    std::unique_ptr<QAxObject> object(m_object->querySubObject(name, values));
+    return object != nullptr ? new ActiveQtObject(m_apartment, std::move(object), this) : nullptr;
+}
+
+QVariant ActiveQtObject::dynamicCall(const char *name, const QVariantList &arguments)
+{
+    if (!canCall(name, arguments))
+        return {};
+    QVariantList values = arguments;
+    return m_object->dynamicCall(name, values);
+}
+
+QVariant ActiveQtObject::property(const char *name)
+{
+    return canUseProperty(name) ? m_object->property(name) : QVariant();
+}
+
+bool ActiveQtObject::setProperty(const char *name, const QVariant &value)
+{
+    return canUseProperty(name) && m_object->setProperty(name, value);
+}
+
+QVariant ActiveQtObject::asVariant() const
+{
+    return m_object->isNull() ? QVariant() : m_object->asVariant();
+}
+
+void ActiveQtObject::disableMetaObject()
+{
+    AutomationObject::disableMetaObject();
+    m_object->disableMetaObject();
+}
+
+/// QAxObject warns of an exception that nobody listens to, and so it must not be listened to before somebody does here.
+void ActiveQtObject::connectNotify(const QMetaMethod &signal)
+{
+    if (signal == QMetaMethod::fromSignal(&AutomationObject::exception)) {
+        connect(m_object.get(), SIGNAL(exception(int, QString, QString, QString)), this,
+                SIGNAL(exception(int, QString, QString, QString)), Qt::UniqueConnection);
+    }
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "automationobject.h"
+
+#include <memory>
+
+class ComApartment;
+class QAxObject;
+
+/// An AutomationObject on ActiveQt's QAxObject, whose operations it hands on one to one. Warnings are QAxObject's own.
+class ActiveQtObject : public AutomationObject
+{
+    Q_OBJECT
+
+public:
+    /// Takes \a object over, which is null for an object with no server behind it.
+    ActiveQtObject(std::shared_ptr<ComApartment> apartment, std::unique_ptr<QAxObject> object, QObject *parent);
+    ~ActiveQtObject() override;
+
+    [[nodiscard]] bool isNull() const override;
+    [[nodiscard]] AutomationObject *querySubObject(const char *name, const QVariantList &arguments = {}) override;
+    QVariant dynamicCall(const char *name, const QVariantList &arguments = {}) override;
+    [[nodiscard]] QVariant property(const char *name) override;
+    bool setProperty(const char *name, const QVariant &value) override;
+    [[nodiscard]] QVariant asVariant() const override;
+    void disableMetaObject() override;
+
+protected:
+    void connectNotify(const QMetaMethod &signal) override;
+
+private:
+    std::shared_ptr<ComApartment> m_apartment; // in front of m_object, which has to go first
+    std::unique_ptr<QAxObject> m_object;
+};

@@ -1,0 +1,43 @@
+# shellcheck shell=bash disable=SC2034,SC2154
+# Sourced by tools/windows/*, after common.sh: what is built from Debian's source packages for Windows, and where it lies.
+
+packages_cross=(g++-mingw-w64-x86-64-posix cmake ninja-build ccache dpkg-dev perl)
+
+toolchain_file=$project_dir/cmake/toolchain-mingw-w64.cmake
+cache_dir=${XDG_CACHE_HOME:-$HOME/.cache}/letterlift
+
+# installation_key PACKAGE-VERSION OPTION...: a short name for what these inputs give.
+installation_key() {
+    local version=$1
+    shift
+    local compiler
+    compiler=$(x86_64-w64-mingw32-g++-posix -dumpfullversion)
+    printf '%s-%s' "${version//[^A-Za-z0-9.]/_}" \
+        "$(printf '%s\n' "$version" "$compiler" "$@" | sha256sum | cut -c1-12)"
+}
+
+# debian_source DIRECTORY PACKAGE [VERSION]: fetches a source package and unpacks it, with Debian's patches, as
+# DIRECTORY/PACKAGE. The sources come from the mirrors that the machine is set up with, through a list of its own, so
+# that the machine's settings stay as they are.
+debian_source() {
+    local directory=$1 package=$2 version=${3:-}
+    local apt=$directory/.apt
+    mkdir -p "$apt/lists/partial" "$apt/archives/partial"
+    local options=(-q -o "Dir::Etc::SourceList=$apt/sources.list" -o Dir::Etc::SourceParts=/dev/null
+                   -o "Dir::State::Lists=$apt/lists" -o "Dir::Cache=$apt" -o "APT::Sandbox::User=$(id -un)")
+    if [ ! -f "$apt/sources.list" ]; then
+        local keyring=/usr/share/keyrings/debian-archive-keyring.gpg format=''
+        [ ! -f "$keyring" ] || format="[signed-by=$keyring] "
+        # shellcheck disable=SC2016 # apt's own placeholders
+        apt-get indextargets --format "deb-src $format"'$(SITE) $(RELEASE) $(COMPONENT)' \
+            'Created-By: Packages' 'Origin: Debian' | sort -u >"$apt/sources.list"
+        if [ ! -s "$apt/sources.list" ]; then
+            say "No Debian package index is on this machine: run 'apt-get update' first"
+            exit 1
+        fi
+        apt-get "${options[@]}" update >/dev/null
+    fi
+    (cd "$directory" && apt-get "${options[@]}" source --only-source --download-only "$package${version:+=$version}" >/dev/null)
+    rm -rf "${directory:?}/$package"
+    dpkg-source --no-check -x "$directory/$package"_*.dsc "$directory/$package" >/dev/null
+}
