@@ -50,6 +50,7 @@ function(letterlift_type_library target idl)
 endfunction()
 
 if(WIN32)
+    enable_language(RC)
     if(MSVC)
         find_program(LETTERLIFT_IDL_COMPILER midl)
     else()

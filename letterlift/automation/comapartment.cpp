@@ -40,18 +40,26 @@ ComApartment::ComApartment()
 {
     if (!m_entered)
         return;
-    Microsoft::WRL::ComPtr<IMessageFilter> filter;
-    filter.Attach(new PatientFilter);
+    const auto filter = adopt<IMessageFilter>(new PatientFilter);
     m_hasFilter = SUCCEEDED(CoRegisterMessageFilter(filter.Get(), &m_earlierFilter));
-    // The filter hears of a call that isn't answered only when a message arrives.
-    m_timer = SetTimer(nullptr, 0, UINT(CallPatience::interval.count()), nullptr);
+    // The filter hears of a call that isn't answered only when a message arrives. Those of a window's timer don't count
+    // while COM waits, posted ones do.
+    const auto post = [](void *thread, BOOLEAN) {
+        PostThreadMessageW(DWORD(reinterpret_cast<quintptr>(thread)), WM_NULL, 0, 0);
+    };
+    constexpr auto period = DWORD(CallPatience::interval.count());
+    if (CreateTimerQueueTimer(&m_timer, nullptr, post, reinterpret_cast<void *>(quintptr(GetCurrentThreadId())), period,
+                              period, WT_EXECUTEINTIMERTHREAD)
+        == FALSE)
+        m_timer = nullptr;
 }
 
 ComApartment::~ComApartment()
 {
     if (!m_entered)
         return;
-    KillTimer(nullptr, m_timer);
+    if (m_timer != nullptr)
+        DeleteTimerQueueTimer(nullptr, m_timer, INVALID_HANDLE_VALUE);
     if (m_hasFilter) {
         CoRegisterMessageFilter(m_earlierFilter, nullptr);
         if (m_earlierFilter != nullptr)

@@ -23,5 +23,5 @@ private:
     bool m_entered = false;
     bool m_hasFilter = false;
     IMessageFilter *m_earlierFilter = nullptr;
-    UINT_PTR m_timer = 0;
+    HANDLE m_timer = nullptr;
 };

@@ -1,9 +1,13 @@
 #include "comenumeration.h"
 
+#include "referencecounted.h"
+
 #include <QHash>
 
 #include <oleauto.h>
 #include <wrl/client.h>
+
+#include <array>
 
 using namespace Qt::Literals::StringLiterals;
 using Microsoft::WRL::ComPtr;
@@ -48,13 +52,20 @@ ComPtr<ITypeInfo> enumerationNamed(IDispatch &object, const QString &type)
     if (FAILED(object.GetTypeInfo(0, LOCALE_USER_DEFAULT, ownType.GetAddressOf())) || ownType == nullptr
         || FAILED(ownType->GetContainingTypeLib(library.GetAddressOf(), &index)))
         return nullptr;
-    ComPtr<ITypeInfo> found;
-    MEMBERID member = MEMBERID_NIL;
-    USHORT count = 1;
+    // The name may be a member's somewhere as well.
+    constexpr USHORT limit = 8;
+    std::array<ITypeInfo *, limit> types{};
+    std::array<MEMBERID, limit> members{};
+    USHORT count = limit;
     QString name = type; // FindName corrects the case in place
-    const HRESULT status = library->FindName(reinterpret_cast<OLECHAR *>(name.data()), 0, found.GetAddressOf(), &member,
-                                             &count);
-    return SUCCEEDED(status) && count == 1 && member == MEMBERID_NIL ? found : nullptr;
+    library->FindName(reinterpret_cast<OLECHAR *>(name.data()), 0, types.data(), members.data(), &count);
+    ComPtr<ITypeInfo> found;
+    for (USHORT i = 0; i < count; ++i) {
+        const ComPtr<ITypeInfo> candidate = adopt(types.at(i));
+        if (members.at(i) == MEMBERID_NIL)
+            found = candidate;
+    }
+    return found;
 }
 
 } // namespace

@@ -1,8 +1,18 @@
 #pragma once
 
 #include <unknwn.h>
+#include <wrl/client.h>
 
 #include <atomic>
+
+/// Takes over a pointer that comes with a reference. ComPtr::Attach() is there for that, but MinGW's takes one more.
+template<typename Interface>
+[[nodiscard]] Microsoft::WRL::ComPtr<Interface> adopt(Interface *object)
+{
+    Microsoft::WRL::ComPtr<Interface> pointer;
+    *pointer.GetAddressOf() = object;
+    return pointer;
+}
 
 /// IUnknown for a class that implements \a Interface: made with one reference, destroyed with the last.
 template<typename Interface>

@@ -100,6 +100,10 @@ std::optional<QVariant> SimulatedObject::report(const char *name, const ModelRes
     case FailureKind::Busy:
         return result.value;
     case FailureKind::Silence:
+        if (CallPatience::ofProcess().isTooLong(CallPatience::Duration(failure.milliseconds))) {
+            reportCallError(name, CallError::ServerBusy);
+            break;
+        }
         QThread::msleep(ulong(failure.milliseconds));
         return result.value;
     case FailureKind::Missing:

@@ -143,7 +143,8 @@ HRESULT OutlookDispatch::answer(const TypeMember &member, const ModelResult &res
         V_VT(target) = VT_DISPATCH;
         V_DISPATCH(target) = new OutlookDispatch(m_server, result.value.value<ObjectReference>());
     } else if (result.value.isValid()) {
-        return VariantCopy(target, &toComVariant(result.value).value());
+        ComVariant value = toComVariant(result.value);
+        return VariantCopy(target, value.get());
     } else if (member.givesObject) {
         V_VT(target) = VT_DISPATCH;
         V_DISPATCH(target) = nullptr;
@@ -176,6 +177,7 @@ HRESULT OutlookDispatch::answerFailure(const TypeMember &member, const ModelResu
         Sleep(DWORD(failure.milliseconds));
         break;
     case FailureKind::Death:
+        m_server.revoke();
         TerminateProcess(GetCurrentProcess(), 1);
         break;
     case FailureKind::Rejected:

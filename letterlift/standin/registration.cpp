@@ -6,6 +6,7 @@
 #include <QSettings>
 #include <QUuid>
 
+#include <objbase.h>
 #include <oleauto.h>
 #include <wrl/client.h>
 

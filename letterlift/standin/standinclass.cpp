@@ -23,7 +23,7 @@ public:
             return CLASS_E_NOAGGREGATION;
         // Held for the time in between, so that an Outlook that isn't available ends the server.
         m_server.hold();
-        const ComPtr<IDispatch> application = attached(m_server.createApplication());
+        const ComPtr<IDispatch> application = adopt(m_server.createApplication());
         const HRESULT status = application != nullptr ? application->QueryInterface(iid, object) : E_FAIL;
         m_server.letGo();
         return status;
@@ -40,13 +40,6 @@ public:
 
 private:
     [[nodiscard]] bool implements(REFIID iid) const override { return iid == __uuidof(IClassFactory); }
-
-    static ComPtr<IDispatch> attached(IDispatch *object)
-    {
-        ComPtr<IDispatch> pointer;
-        pointer.Attach(object);
-        return pointer;
-    }
 
     StandInServer &m_server;
 };
@@ -81,14 +74,10 @@ private:
 
 ComPtr<IClassFactory> createStandInClass(StandInServer &server)
 {
-    ComPtr<IClassFactory> factory;
-    factory.Attach(new StandInClass(server));
-    return factory;
+    return adopt<IClassFactory>(new StandInClass(server));
 }
 
 ComPtr<IMessageFilter> createBusyFilter(const StandInServer &server)
 {
-    ComPtr<IMessageFilter> filter;
-    filter.Attach(new BusyFilter(server));
-    return filter;
+    return adopt<IMessageFilter>(new BusyFilter(server));
 }

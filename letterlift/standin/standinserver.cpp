@@ -61,10 +61,15 @@ void StandInServer::letGo()
     Q_EMIT finished();
 }
 
-void StandInServer::close()
+void StandInServer::revoke()
 {
     if (m_classCookie != 0)
         CoRevokeClassObject(m_classCookie);
     m_classCookie = 0;
+}
+
+void StandInServer::close()
+{
+    revoke();
     m_outlook.reset();
 }

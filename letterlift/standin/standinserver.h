@@ -31,6 +31,9 @@ public:
     [[nodiscard]] SimulatedOutlook *outlook() const { return m_outlook.get(); }
     [[nodiscard]] const TypeLibrary &library() const { return m_library; }
 
+    /// Takes no more clients. Wine 8 goes on sending them to a process that has ended without this.
+    void revoke();
+
     /// Each object and each lock of the class counts.
     void hold();
     void letGo();

@@ -35,16 +35,6 @@ QString interfaceName(ObjectKind kind)
     }
 }
 
-ComPtr<ITypeInfo> findType(ITypeLib &library, const QString &name)
-{
-    ComPtr<ITypeInfo> info;
-    MEMBERID member = MEMBERID_NIL;
-    USHORT count = 1;
-    QString wanted = name; // FindName corrects the case in place
-    library.FindName(reinterpret_cast<OLECHAR *>(wanted.data()), 0, info.GetAddressOf(), &member, &count);
-    return count == 1 && member == MEMBERID_NIL ? info : nullptr;
-}
-
 QString nameOf(ITypeInfo &info, MEMBERID member)
 {
     BSTR name = nullptr;
@@ -53,6 +43,17 @@ QString nameOf(ITypeInfo &info, MEMBERID member)
     const QString text = QString::fromWCharArray(name, qsizetype(SysStringLen(name)));
     SysFreeString(name);
     return text;
+}
+
+/// ITypeLib::FindName would give a member of that name as well.
+ComPtr<ITypeInfo> findType(ITypeLib &library, const QString &name)
+{
+    ComPtr<ITypeInfo> info;
+    for (UINT index = 0; SUCCEEDED(library.GetTypeInfo(index, info.ReleaseAndGetAddressOf())); ++index) {
+        if (nameOf(*info.Get(), MEMBERID_NIL) == name)
+            return info;
+    }
+    return nullptr;
 }
 
 /// Empty for anything but an enumeration.

@@ -2,6 +2,9 @@
 # Sourced by tools/windows/*, after common.sh: what is built from Debian's source packages for Windows, and where it lies.
 
 packages_cross=(g++-mingw-w64-x86-64-posix cmake ninja-build ccache dpkg-dev perl)
+# Wine's compiler of type libraries, the interfaces that it has to know, and the standard library that it refers to.
+packages_type_library=(mingw-w64-tools libwine-dev libwine)
+packages_wine=(wine64 libwine)
 
 toolchain_file=$project_dir/cmake/toolchain-mingw-w64.cmake
 cache_dir=${XDG_CACHE_HOME:-$HOME/.cache}/letterlift
@@ -40,4 +43,15 @@ debian_source() {
     (cd "$directory" && apt-get "${options[@]}" source --only-source --download-only "$package${version:+=$version}" >/dev/null)
     rm -rf "${directory:?}/$package"
     dpkg-source --no-check -x "$directory/$package"_*.dsc "$directory/$package" >/dev/null
+}
+
+# build_windows [TARGET...]: the libraries, unless they are there, and then build/windows.
+build_windows() {
+    local qt gmime
+    need_packages "${packages_cross[@]}" "${packages_type_library[@]}" qt6-base-dev
+    qt=$("$project_dir/tools/windows/build-qt")
+    gmime=$("$project_dir/tools/windows/build-gmime")
+    configure windows "-DLETTERLIFT_CROSS_PREFIXES=$qt;$gmime"
+    say "Building build/windows"
+    build windows "$@"
 }

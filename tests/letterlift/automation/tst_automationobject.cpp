@@ -2,6 +2,7 @@
 
 #include "automation/automation.h"
 #include "automation/automationobject.h"
+#include "automation/callpatience.h"
 #include "testfile.h"
 
 #include <QFile>
@@ -48,12 +49,15 @@ private Q_SLOTS:
     void thrownByReceiverPassesThroughTheCall_data();
     void thrownByReceiverPassesThroughTheCall();
     void propertiesNeedTheMetaObject();
-    void otherFormOfAMemberIsUnknown();
-    void defaultStore();
-    void refusedScenario_data();
-    void refusedScenario();
-    void missingScenario();
-    void unwritableStore();
+    void valuesOfNoUse_data();
+    void valuesOfNoUse();
+    void valueOfAnotherType();
+    void longTextGoesThere();
+    void serverThatDies();
+    void busyServerIsAskedAgain();
+    void serverThatIsBusyForTooLong();
+    void slowServerIsWaitedFor();
+    void serverThatNeverAnswers();
 
 private:
     void useScenario(const QByteArray &json);
@@ -73,6 +77,7 @@ void tst_AutomationObject::init()
     m_directory = std::make_unique<QTemporaryDir>();
     qputenv("LETTERLIFT_OUTLOOK_STORE", QFile::encodeName(m_directory->filePath(u"store"_s)));
     qunsetenv("LETTERLIFT_OUTLOOK_SCENARIO");
+    CallPatience::ofProcess() = CallPatience();
 }
 
 void tst_AutomationObject::cleanup()
@@ -359,73 +364,112 @@ void tst_AutomationObject::propertiesNeedTheMetaObject()
     QCOMPARE(object->dynamicCall("Version").typeId(), QMetaType::QString);
 }
 
-void tst_AutomationObject::otherFormOfAMemberIsUnknown()
+void tst_AutomationObject::valuesOfNoUse_data()
+{
+    QTest::addColumn<QByteArray>("failure");
+
+    QTest::newRow("nothing") << QByteArray(R"("kind": "null")");
+    QTest::newRow("null") << QByteArray(R"("kind": "value", "value": null)");
+    QTest::newRow("error code") << QByteArray(R"("kind": "error", "code": -2147467259)");
+}
+
+void tst_AutomationObject::valuesOfNoUse()
+{
+    QFETCH(const QByteArray, failure);
+    useScenario(R"({"failures": [{"object": "Application", "member": "Version", )" + failure
+                + R"(}, {"object": "Application", "member": "Session", )" + failure + "}]}");
+    const auto object = application();
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QVERIFY(!object->property("Version").isValid());
+    QVERIFY(!object->dynamicCall("Version").isValid());
+    QCOMPARE(object->querySubObject("Session"), nullptr);
+}
+
+void tst_AutomationObject::valueOfAnotherType()
+{
+    useScenario(R"({"failures": [{"object": "Application", "member": "Version", "kind": "value", "value": 16},
+                                 {"object": "Application", "member": "Session", "kind": "value", "value": "text"}]})");
+    const auto object = application();
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QCOMPARE(object->property("Version"), QVariant(16));
+    QCOMPARE(object->querySubObject("Session"), nullptr);
+    QCOMPARE(object->dynamicCall("Session"), QVariant(u"text"_s));
+}
+
+void tst_AutomationObject::longTextGoesThere()
 {
     const auto object = application();
-    for (const char *const form : {"Session()", "session", "CreateItem", "CreateItem(int)"}) {
-        QTest::ignoreMessage(QtWarningMsg, m_callError);
-        QCOMPARE(object->querySubObject(form), nullptr);
-    }
+    AutomationObject *const mail = object->querySubObject("CreateItem(OlItemType)", {u"olMailItem"_s});
+    const QString text = QString(2'000'000, u'ä') + u"\U0001F4E7"_s;
+    QVERIFY(mail->setProperty("HTMLBody", text));
+    QCOMPARE(mail->dynamicCall("HTMLBody"), QVariant(text));
 }
 
-void tst_AutomationObject::defaultStore()
+void tst_AutomationObject::serverThatDies()
 {
-    qunsetenv("LETTERLIFT_OUTLOOK_STORE");
-    QStandardPaths::setTestModeEnabled(true);
-    const QString journal =
-        QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation) + u"/outlook/journal.jsonl"_s;
-    QFile::remove(journal);
-    QVERIFY(!application()->isNull());
-    QVERIFY(QFile::exists(journal));
-    QStandardPaths::setTestModeEnabled(false);
+    useScenario(R"x({"failures": [{"object": "Session", "member": "Logon()", "kind": "death"}]})x");
+    const auto object = application();
+    AutomationObject *const session = object->querySubObject("Session");
+    QSignalSpy spy(session, &AutomationObject::exception);
+    QTest::ignoreMessage(QtWarningMsg, "QAxBase: Error calling IDispatch member Logon(): The server is gone");
+    QVERIFY(!session->dynamicCall("Logon()").isValid());
+    QTest::ignoreMessage(QtWarningMsg, "QAxBase: Error calling IDispatch member Version: The server is gone");
+    QVERIFY(!object->property("Version").isValid());
+    QTest::ignoreMessage(QtWarningMsg, "QAxBase: Error calling IDispatch member Accounts: The server is gone");
+    QCOMPARE(session->querySubObject("Accounts"), nullptr);
+    QCOMPARE(spy.count(), 0);
 }
 
-void tst_AutomationObject::refusedScenario_data()
-{
-    QTest::addColumn<QByteArray>("json");
-    QTest::addColumn<QString>("place");
+namespace {
 
-    QTest::newRow("broken") << QByteArray("{\n  \"version\": \n}") << u"line 3, column 1: "_s;
-    QTest::newRow("unknown key") << QByteArray(R"({"failures": [{"object": "Session", "membr": "Logon"}]})")
-                                 << u"failures[0]: unknown key \"membr\""_s;
+const auto busyAfterSession = R"({"failures": [{"object": "Application", "member": "Session", "kind": "busy",
+                                                "milliseconds": %1}]})"_L1;
+
+} // namespace
+
+void tst_AutomationObject::busyServerIsAskedAgain()
+{
+    useScenario(QString(busyAfterSession).arg(2000).toUtf8());
+    const auto object = application();
+    AutomationObject *const session = object->querySubObject("Session");
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QVERIFY(session != nullptr);
+    QVERIFY(session->querySubObject("Accounts") != nullptr);
 }
 
-void tst_AutomationObject::refusedScenario()
+void tst_AutomationObject::serverThatIsBusyForTooLong()
 {
-    QFETCH(const QByteArray, json);
-    QFETCH(const QString, place);
-    useScenario(json);
-    const QString expected =
-        u"Simulated Outlook: The scenario %1 is refused: %2"_s.arg(m_directory->filePath(u"scenario.json"_s), place);
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^"_s + QRegularExpression::escape(expected)));
-    QString errorMessage;
-    QVERIFY(!prepareAutomation(errorMessage));
-    QVERIFY2(errorMessage.startsWith(expected), qPrintable(errorMessage));
-
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^"_s + QRegularExpression::escape(expected)));
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"could not be instantiated$"_s));
-    QVERIFY(application()->isNull());
+    using namespace std::chrono_literals;
+    useScenario(QString(busyAfterSession).arg(3000).toUtf8());
+    CallPatience::ofProcess() = CallPatience(300ms);
+    const auto object = application();
+    AutomationObject *const session = object->querySubObject("Session");
+    QSignalSpy spy(session, &AutomationObject::exception);
+    QTest::ignoreMessage(QtWarningMsg, "QAxBase: Error calling IDispatch member Accounts: The server is busy");
+    QCOMPARE(session->querySubObject("Accounts"), nullptr);
+    QTest::ignoreMessage(QtWarningMsg, "QAxBase: Error calling IDispatch member Version: The server is busy");
+    QVERIFY(!object->property("Version").isValid());
+    QCOMPARE(spy.count(), 0);
 }
 
-void tst_AutomationObject::missingScenario()
+void tst_AutomationObject::slowServerIsWaitedFor()
 {
-    const QString path = m_directory->filePath(u"missing.json"_s);
-    qputenv("LETTERLIFT_OUTLOOK_SCENARIO", QFile::encodeName(path));
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^Simulated Outlook: The scenario "_s));
-    QString errorMessage;
-    QVERIFY(!prepareAutomation(errorMessage));
-    QVERIFY2(errorMessage.contains(path), qPrintable(errorMessage));
+    useScenario(R"({"failures": [{"object": "Application", "member": "Version", "kind": "silence",
+                                  "milliseconds": 500}]})");
+    const auto object = application();
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QCOMPARE(object->property("Version").typeId(), QMetaType::QString);
 }
 
-void tst_AutomationObject::unwritableStore()
+void tst_AutomationObject::serverThatNeverAnswers()
 {
-    QFile file(m_directory->filePath(u"file"_s));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    qputenv("LETTERLIFT_OUTLOOK_STORE", QFile::encodeName(file.fileName() + u"/store"_s));
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^Simulated Outlook: The folder "_s));
-    QString errorMessage;
-    QVERIFY(!prepareAutomation(errorMessage));
-    QVERIFY2(errorMessage.contains(file.fileName()), qPrintable(errorMessage));
+    using namespace std::chrono_literals;
+    useScenario(R"({"failures": [{"object": "Application", "member": "Version", "kind": "silence",
+                                  "milliseconds": 3000}]})");
+    CallPatience::ofProcess() = CallPatience(300ms, 500ms);
+    const auto object = application();
+    QTest::ignoreMessage(QtWarningMsg, "QAxBase: Error calling IDispatch member Version: The server is busy");
+    QVERIFY(!object->property("Version").isValid());
 }
 
 QTEST_GUILESS_MAIN(tst_AutomationObject)
