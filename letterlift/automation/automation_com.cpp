@@ -28,8 +28,7 @@ ComPtr<IDispatch> createServer(const QString &progId)
     CallPatience &patience = CallPatience::ofProcess();
     for (;;) {
         ComPtr<IDispatch> server;
-        const HRESULT status =
-            CoCreateInstance(classId, nullptr, CLSCTX_SERVER, IID_PPV_ARGS(server.GetAddressOf()));
+        const HRESULT status = CoCreateInstance(classId, nullptr, CLSCTX_SERVER, IID_PPV_ARGS(server.GetAddressOf()));
         if (!isPassing(status)) {
             patience.taken();
             return SUCCEEDED(status) ? server : nullptr;

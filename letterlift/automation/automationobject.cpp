@@ -72,8 +72,8 @@ bool AutomationObject::canCall(const char *member, const QVariantList &arguments
     return true;
 }
 
-/// ActiveQt reads and writes properties by the meta-object that it has generated; a program that switched it off must not
-/// do better with another backend.
+/// ActiveQt reads and writes properties by the meta-object that it has generated; a program that switched it off must
+/// not do better with another backend.
 bool AutomationObject::canUseProperty(const char *name) const
 {
     if (!canCall(name, {}))

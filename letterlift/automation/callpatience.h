@@ -5,9 +5,9 @@
 
 /// How long a client goes on trying to reach a server that is alive and doesn't do what it is asked for.
 ///
-/// A server that rejects a call (Outlook does while it starts, or shows a dialog of its own) is asked again for a limited
-/// time. The limit is one for all calls until the server takes one again: a run makes some twenty calls, and a server
-/// that is stuck would otherwise cost each of them the whole limit.
+/// A server that rejects a call (Outlook does while it starts, or shows a dialog of its own) is asked again for a
+/// limited time. The limit is one for all calls until the server takes one again: a run makes some twenty calls, and a
+/// server that is stuck would otherwise cost each of them the whole limit.
 class CallPatience
 {
 public:

@@ -49,8 +49,7 @@ ComApartment::ComApartment()
     };
     constexpr auto period = DWORD(CallPatience::interval.count());
     if (CreateTimerQueueTimer(&m_timer, nullptr, post, reinterpret_cast<void *>(quintptr(GetCurrentThreadId())), period,
-                              period, WT_EXECUTEINTIMERTHREAD)
-        == FALSE)
+                              period, WT_EXECUTEINTIMERTHREAD) == FALSE)
         m_timer = nullptr;
 }
 

@@ -49,8 +49,8 @@ ComPtr<ITypeInfo> enumerationNamed(IDispatch &object, const QString &type)
     ComPtr<ITypeInfo> ownType;
     ComPtr<ITypeLib> library;
     UINT index = 0;
-    if (FAILED(object.GetTypeInfo(0, LOCALE_USER_DEFAULT, ownType.GetAddressOf())) || ownType == nullptr
-        || FAILED(ownType->GetContainingTypeLib(library.GetAddressOf(), &index)))
+    if (FAILED(object.GetTypeInfo(0, LOCALE_USER_DEFAULT, ownType.GetAddressOf())) || ownType == nullptr ||
+        FAILED(ownType->GetContainingTypeLib(library.GetAddressOf(), &index)))
         return nullptr;
     // The name may be a member's somewhere as well.
     constexpr USHORT limit = 8;

@@ -42,8 +42,8 @@ QString comErrorText(HRESULT status, int argument)
     default:
         break;
     }
-    if (status == HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE) || status == HRESULT_FROM_WIN32(RPC_S_CALL_FAILED)
-        || status == HRESULT_FROM_WIN32(RPC_S_CALL_FAILED_DNE))
+    if (status == HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE) || status == HRESULT_FROM_WIN32(RPC_S_CALL_FAILED) ||
+        status == HRESULT_FROM_WIN32(RPC_S_CALL_FAILED_DNE))
         return callErrorText(CallError::ServerGone);
     return u"COM error 0x%1"_s.arg(QString::number(quint32(status), 16).toUpper().rightJustified(8, u'0'));
 }

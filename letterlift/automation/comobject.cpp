@@ -71,8 +71,8 @@ private:
     std::vector<VARIANT> m_passed;
 };
 
-/// Tries \a call until the server takes it. Windows asks the message filter before it returns a rejection, Wine 8 doesn't;
-/// either way CallPatience has the last word.
+/// Tries \a call until the server takes it. Windows asks the message filter before it returns a rejection, Wine 8
+/// doesn't; either way CallPatience has the last word.
 template<typename Call>
 HRESULT withPatience(Call call)
 {

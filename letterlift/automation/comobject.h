@@ -24,8 +24,8 @@ class ComObject : public AutomationObject
     Q_OBJECT
 
 public:
-    /// Without \a object, one with no server behind it. \a object is held until this one is destroyed, and \a apartment,
-    /// which it belongs to, until the last child is.
+    /// Without \a object, one with no server behind it. \a object is held until this one is destroyed, and \a
+    /// apartment, which it belongs to, until the last child is.
     ComObject(std::shared_ptr<ComApartment> apartment, Microsoft::WRL::ComPtr<IDispatch> object, QObject *parent);
     ~ComObject() override;
 

@@ -33,11 +33,12 @@ private:
     VARIANT m_value;
 };
 
-/// Text, integers, booleans, floating point numbers, dates (local time) and ComReference; an invalid value is an argument
-/// that is left out, VT_ERROR with DISP_E_PARAMNOTFOUND. Any other type goes as text if it can, and is left out if not.
+/// Text, integers, booleans, floating point numbers, dates (local time) and ComReference; an invalid value is an
+/// argument that is left out, VT_ERROR with DISP_E_PARAMNOTFOUND. Any other type goes as text if it can, and is left
+/// out if not.
 [[nodiscard]] ComVariant toComVariant(const QVariant &value);
 
-/// The same the other way round, also from values by reference. Integers of up to 32 bits are `int`, as long as they fit.
-/// No value at all, an invalid QVariant, are VT_EMPTY, VT_NULL, VT_ERROR, an object that is null, and the types that
-/// Outlook doesn't use here, such as arrays.
+/// The same the other way round, also from values by reference. Integers of up to 32 bits are `int`, as long as they
+/// fit. No value at all, an invalid QVariant, are VT_EMPTY, VT_NULL, VT_ERROR, an object that is null, and the types
+/// that Outlook doesn't use here, such as arrays.
 [[nodiscard]] QVariant fromComVariant(const VARIANT &value);

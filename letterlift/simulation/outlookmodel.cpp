@@ -67,8 +67,8 @@ QList<OutlookModel::MemberTraits> OutlookModel::members(ObjectKind kind)
     const QHash<QString, Member> &table = memberTable().at(size_t(kind));
     QList<MemberTraits> list;
     for (auto member = table.begin(); member != table.end(); ++member) {
-        list.append({member.key(), member->argumentCount, member->method, member->read != nullptr,
-                     member->write != nullptr});
+        list.append(
+            {member.key(), member->argumentCount, member->method, member->read != nullptr, member->write != nullptr});
     }
     std::sort(list.begin(), list.end(), [](const MemberTraits &a, const MemberTraits &b) { return a.name < b.name; });
     return list;

@@ -27,8 +27,8 @@ int fail(const QString &text)
 
 bool isOption(const QString &argument, QLatin1StringView name)
 {
-    return (argument.startsWith(u'/') || argument.startsWith(u'-'))
-           && argument.sliced(1).compare(name, Qt::CaseInsensitive) == 0;
+    return (argument.startsWith(u'/') || argument.startsWith(u'-')) &&
+           argument.sliced(1).compare(name, Qt::CaseInsensitive) == 0;
 }
 
 int serve(const QString &program)

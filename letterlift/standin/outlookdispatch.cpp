@@ -127,8 +127,8 @@ QVariant OutlookDispatch::argumentOf(const VARIANT &value)
         return argument;
     // An object of this process comes back as itself and not as a proxy.
     Microsoft::WRL::ComPtr<IDispatch> object;
-    const HRESULT status = argument.value<ComReference>().object.CopyTo(
-        outlookObjectId, reinterpret_cast<void **>(object.GetAddressOf()));
+    const HRESULT status =
+        argument.value<ComReference>().object.CopyTo(outlookObjectId, reinterpret_cast<void **>(object.GetAddressOf()));
     if (FAILED(status))
         return {};
     return QVariant::fromValue(static_cast<OutlookDispatch *>(object.Get())->m_reference);

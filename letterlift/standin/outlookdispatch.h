@@ -9,8 +9,8 @@
 class StandInServer;
 struct TypeMember;
 
-/// An object of the simulated Outlook as COM clients see it. Each one that is handed out is a COM object of its own, even
-/// for the same object of the model, so that a client's letting go of it is told from another's.
+/// An object of the simulated Outlook as COM clients see it. Each one that is handed out is a COM object of its own,
+/// even for the same object of the model, so that a client's letting go of it is told from another's.
 class OutlookDispatch : public ReferenceCounted<IDispatch>
 {
 public:

@@ -28,9 +28,9 @@ bool StandInServer::open()
 {
     const ComPtr<IMessageFilter> filter = createBusyFilter(*this);
     const ComPtr<IClassFactory> factory = createStandInClass(*this);
-    return SUCCEEDED(CoRegisterMessageFilter(filter.Get(), nullptr))
-           && SUCCEEDED(CoRegisterClassObject(standInClassId, factory.Get(), CLSCTX_LOCAL_SERVER, REGCLS_MULTIPLEUSE,
-                                              &m_classCookie));
+    return SUCCEEDED(CoRegisterMessageFilter(filter.Get(), nullptr)) &&
+           SUCCEEDED(CoRegisterClassObject(standInClassId, factory.Get(), CLSCTX_LOCAL_SERVER, REGCLS_MULTIPLEUSE,
+                                           &m_classCookie));
 }
 
 IDispatch *StandInServer::createApplication()

@@ -17,7 +17,7 @@ struct TypeMember
     QString name;
     int invokeKinds = 0; ///< INVOKEKIND values together
     bool givesObject = false;
-    int argumentCount = 0;                ///< of the method, or 0
+    int argumentCount = 0;               ///< of the method, or 0
     QHash<int, QString> enumerationKeys; ///< of a method's first argument, if that is of an enumeration
 };
 

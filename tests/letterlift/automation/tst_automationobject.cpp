@@ -376,8 +376,8 @@ void tst_AutomationObject::valuesOfNoUse_data()
 void tst_AutomationObject::valuesOfNoUse()
 {
     QFETCH(const QByteArray, failure);
-    useScenario(R"({"failures": [{"object": "Application", "member": "Version", )" + failure
-                + R"(}, {"object": "Application", "member": "Session", )" + failure + "}]}");
+    useScenario(R"({"failures": [{"object": "Application", "member": "Version", )" + failure +
+                R"(}, {"object": "Application", "member": "Session", )" + failure + "}]}");
     const auto object = application();
     QTest::failOnWarning(QRegularExpression(u".*"_s));
     QVERIFY(!object->property("Version").isValid());

@@ -24,8 +24,8 @@ namespace {
 struct Script
 {
     std::function<HRESULT(WORD flags, DISPPARAMS &parameters, VARIANT &result, EXCEPINFO &info, UINT &argument)> invoke;
-    QStringList names;      // asked for by GetIDsOfNames
-    QList<WORD> flags;      // of each Invoke
+    QStringList names; // asked for by GetIDsOfNames
+    QList<WORD> flags; // of each Invoke
     int liveObjects = 0;
 };
 
@@ -251,7 +251,9 @@ void tst_ComObject::objectIsPutByValueIfRefused()
 
 void tst_ComObject::otherRefusalIsNotTriedAgain()
 {
-    m_script.invoke = [](WORD, DISPPARAMS &, VARIANT &, EXCEPINFO &, UINT &) { return DISP_E_TYPEMISMATCH; };
+    m_script.invoke = [](WORD, DISPPARAMS &, VARIANT &, EXCEPINFO &, UINT &) {
+        return DISP_E_TYPEMISMATCH;
+    };
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"Type mismatch in parameter 1$"_s));
     const auto client = object();
     QVERIFY(!client->setProperty("SendUsingAccount", client->asVariant()));
@@ -416,7 +418,9 @@ void tst_ComObject::rejectionIsRepeated()
 
 void tst_ComObject::rejectionForTooLong()
 {
-    m_script.invoke = [](WORD, DISPPARAMS &, VARIANT &, EXCEPINFO &, UINT &) { return RPC_E_CALL_REJECTED; };
+    m_script.invoke = [](WORD, DISPPARAMS &, VARIANT &, EXCEPINFO &, UINT &) {
+        return RPC_E_CALL_REJECTED;
+    };
     const auto client = object();
     QTest::ignoreMessage(QtWarningMsg, "QAxBase: Error calling IDispatch member Send(): The server is busy");
     QVERIFY(!client->dynamicCall("Send()").isValid());

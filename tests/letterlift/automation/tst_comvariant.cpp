@@ -86,8 +86,9 @@ void tst_ComVariant::fromServer_data()
     QTest::newRow("VT_NULL") << Maker([] { return made(VT_NULL); }) << QVariant();
     QTest::newRow("VT_ERROR") << Maker([] { return made(VT_ERROR, [](VARIANT &v) { V_ERROR(&v) = E_FAIL; }); })
                               << QVariant();
-    QTest::newRow("null object") << Maker([] { return made(VT_DISPATCH, [](VARIANT &v) { V_DISPATCH(&v) = nullptr; }); })
-                                 << QVariant();
+    QTest::newRow("null object") << Maker([] {
+        return made(VT_DISPATCH, [](VARIANT &v) { V_DISPATCH(&v) = nullptr; });
+    }) << QVariant();
     QTest::newRow("null text") << Maker([] { return made(VT_BSTR, [](VARIANT &v) { V_BSTR(&v) = nullptr; }); })
                                << QVariant(u""_s);
     QTest::newRow("VT_I1") << Maker([] { return made(VT_I1, [](VARIANT &v) { V_I1(&v) = -3; }); }) << QVariant(-3);
@@ -96,9 +97,9 @@ void tst_ComVariant::fromServer_data()
     QTest::newRow("VT_UI2") << Maker([] { return made(VT_UI2, [](VARIANT &v) { V_UI2(&v) = 60'000; }); })
                             << QVariant(60'000);
     QTest::newRow("VT_UI4") << Maker([] { return made(VT_UI4, [](VARIANT &v) { V_UI4(&v) = 7; }); }) << QVariant(7);
-    QTest::newRow("VT_UI4 over 31 bits")
-        << Maker([] { return made(VT_UI4, [](VARIANT &v) { V_UI4(&v) = 0xFFFFFFFF; }); })
-        << QVariant(qlonglong(std::numeric_limits<quint32>::max()));
+    QTest::newRow("VT_UI4 over 31 bits") << Maker([] {
+        return made(VT_UI4, [](VARIANT &v) { V_UI4(&v) = 0xFFFFFFFF; });
+    }) << QVariant(qlonglong(std::numeric_limits<quint32>::max()));
     QTest::newRow("VT_R4") << Maker([] { return made(VT_R4, [](VARIANT &v) { V_R4(&v) = 0.25F; }); }) << QVariant(0.25);
     QTest::newRow("VT_CY") << Maker([] { return made(VT_CY, [](VARIANT &v) { V_CY(&v).int64 = 12'500; }); })
                            << QVariant(1.25);
