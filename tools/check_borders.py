@@ -14,6 +14,7 @@ ALLOWED = {
     "libraries/core/src": [],
     "letterlift/simulation": [],
     "letterlift/automation": ["letterlift/simulation"],
+    "letterlift/standin": ["letterlift/automation", "letterlift/simulation"],
     "letterlift": ["letterlift/automation", "letterlift/simulation", "libraries/core/src"],
 }
 # Within the simulation, only these may touch the disk or know the MIME library: the model is to be used without.

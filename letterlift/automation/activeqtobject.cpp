@@ -4,6 +4,7 @@
 
 #include <QAxObject>
 #include <QMetaMethod>
+#include <QMetaProperty>
 
 ActiveQtObject::ActiveQtObject(std::shared_ptr<ComApartment> apartment, std::unique_ptr<QAxObject> object,
                                QObject *parent)
@@ -41,12 +42,12 @@ QVariant ActiveQtObject::dynamicCall(const char *name, const QVariantList &argum
 
 QVariant ActiveQtObject::property(const char *name)
 {
-    return canUseProperty(name) ? m_object->property(name) : QVariant();
+    return hasProperty(name, false) ? m_object->property(name) : QVariant();
 }
 
 bool ActiveQtObject::setProperty(const char *name, const QVariant &value)
 {
-    return canUseProperty(name) && m_object->setProperty(name, value);
+    return hasProperty(name, true) && m_object->setProperty(name, value);
 }
 
 QVariant ActiveQtObject::asVariant() const
@@ -58,6 +59,18 @@ void ActiveQtObject::disableMetaObject()
 {
     AutomationObject::disableMetaObject();
     m_object->disableMetaObject();
+}
+
+bool ActiveQtObject::hasProperty(const char *name, bool toWrite) const
+{
+    if (!canUseProperty(name))
+        return false;
+    const QMetaObject *const meta = m_object->metaObject();
+    const QMetaProperty property = meta->property(meta->indexOfProperty(name));
+    const bool found = toWrite ? property.isWritable() : property.isReadable();
+    if (!found)
+        reportCallError(name, CallError::UnknownMember);
+    return found;
 }
 
 /// QAxObject warns of an exception that nobody listens to, and so it must not be listened to before somebody does here.

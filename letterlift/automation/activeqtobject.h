@@ -29,6 +29,9 @@ protected:
     void connectNotify(const QMetaMethod &signal) override;
 
 private:
+    /// QObject would take the name of a property that isn't there for one of its own making, and say nothing.
+    [[nodiscard]] bool hasProperty(const char *name, bool toWrite) const;
+
     std::shared_ptr<ComApartment> m_apartment; // in front of m_object, which has to go first
     std::unique_ptr<QAxObject> m_object;
 };

@@ -204,8 +204,7 @@ void tst_OutlookBody::separateItemHasNoExceptionReceiver()
 
 void tst_OutlookBody::signatureThatCannotBeReadIsEmpty()
 {
-    m_mailbox->scenario.failures = {
-        {ObjectKind::MailItem, u"HTMLBody"_s, 1, failureOf(FailureKind::Missing)}};
+    m_mailbox->scenario.failures = {{ObjectKind::MailItem, u"HTMLBody"_s, 1, failureOf(FailureKind::Missing)}};
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"Error calling IDispatch member HTMLBody"_s));
     outlook().setBody(u"text"_s, true, true);
     QCOMPARE(m_mailbox->operations().last(), uR"(MailItem#1 set HTMLBody ["text"])"_s);

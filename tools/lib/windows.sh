@@ -19,6 +19,13 @@ installation_key() {
         "$(printf '%s\n' "$version" "$compiler" "$@" | sha256sum | cut -c1-12)"
 }
 
+# lock_installation FOLDER: waits for another call that builds the same, until this one ends.
+lock_installation() {
+    mkdir -p "$(dirname "$1")"
+    exec 9>"$1.lock"
+    flock 9
+}
+
 # debian_source DIRECTORY PACKAGE [VERSION]: fetches a source package and unpacks it, with Debian's patches, as
 # DIRECTORY/PACKAGE. The sources come from the mirrors that the machine is set up with, through a list of its own, so
 # that the machine's settings stay as they are.

@@ -19,6 +19,7 @@ class tst_SimulatedBackend : public QObject
 private Q_SLOTS:
     void init();
     void otherFormOfAMemberIsUnknown();
+    void failedWriteIsTold();
     void defaultStore();
     void refusedScenario_data();
     void refusedScenario();
@@ -57,6 +58,15 @@ void tst_SimulatedBackend::otherFormOfAMemberIsUnknown()
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^QAxBase: Error calling IDispatch member "_s));
         QCOMPARE(object->querySubObject(form), nullptr);
     }
+}
+
+void tst_SimulatedBackend::failedWriteIsTold()
+{
+    useScenario(R"({"failures": [{"object": "MailItem", "member": "Subject"}]})");
+    const auto object = application();
+    AutomationObject *const mail = object->querySubObject("CreateItem(OlItemType)", {u"olMailItem"_s});
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"IDispatch member Subject: The server raised"_s));
+    QVERIFY(!mail->setProperty("Subject", u"s"_s));
 }
 
 void tst_SimulatedBackend::defaultStore()

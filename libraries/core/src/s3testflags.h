@@ -1,0 +1,29 @@
+#pragma once
+
+#include "s3singleton.h"
+
+#include <QSet>
+
+/// A set of numbers with which testers and support turn on traces and special behaviour.
+class s3TestFlags : public QSet<qint32>
+{
+};
+
+/// The flags of this process. They are filled near its start, by the main thread, and only read after that, by any
+/// thread and without a lock. docs/architecture.md lists the numbers that the core asks for.
+class s3TestFlagsGUI : public s3TestFlags, public s3Singleton<s3TestFlagsGUI>
+{
+public:
+    /// Made on the first call, which has to come from the main thread; never null. Fit for static initialisers.
+    [[nodiscard]] static s3TestFlagsGUI *instance();
+
+private:
+    s3TestFlagsGUI() = default;
+};
+
+/// What stands in front of every trace: cheap when no flag is set, and without allocation in any case.
+[[nodiscard]] inline bool s3HasTestFlag(qint32 flag)
+{
+    const s3TestFlagsGUI *const flags = s3TestFlagsGUI::instance();
+    return !flags->isEmpty() && flags->contains(flag);
+}
