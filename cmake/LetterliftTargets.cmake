@@ -15,6 +15,11 @@ target_compile_definitions(letterlift_options INTERFACE
     QT_STRICT_ITERATORS
     QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 
+if(WIN32)
+    # Windows 10, below which Qt doesn't go; and no macros called min and max.
+    target_compile_definitions(letterlift_options INTERFACE _WIN32_WINNT=0x0A00 WINVER=0x0A00 NOMINMAX)
+endif()
+
 if(MSVC)
     target_compile_options(letterlift_options INTERFACE /W4 /permissive- /utf-8 /EHsc)
     if(LETTERLIFT_WERROR)

@@ -29,11 +29,17 @@ need_packages() {
         say "These packages (by their Debian names) are needed: ${missing[*]}"
         exit 1
     fi
-    local as_root=()
-    [ "$(id -u)" -eq 0 ] || as_root=(sudo)
     say "Installing ${missing[*]}"
-    "${as_root[@]}" apt-get update -q >/dev/null
-    DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -qy --no-install-recommends "${missing[@]}" >/dev/null
+    as_root apt-get update -q >/dev/null
+    DEBIAN_FRONTEND=noninteractive as_root apt-get install -qy --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+as_root() {
+    if [ "$(id -u)" -eq 0 ]; then
+        "$@"
+    else
+        sudo --preserve-env=DEBIAN_FRONTEND "$@"
+    fi
 }
 
 # configure PRESET [OPTION...]: once, and again when an option is not what the build folder was configured with.

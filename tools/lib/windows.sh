@@ -26,6 +26,15 @@ lock_installation() {
     flock 9
 }
 
+# debian_mirrors: the sources of the machine, as lines of a list for source packages.
+debian_mirrors() {
+    local keyring=/usr/share/keyrings/debian-archive-keyring.gpg options=''
+    [ ! -f "$keyring" ] || options="[signed-by=$keyring] "
+    # shellcheck disable=SC2016 # apt's own placeholders
+    apt-get indextargets --format "deb-src $options"'$(SITE) $(RELEASE) $(COMPONENT)' \
+        'Created-By: Packages' 'Origin: Debian' | sort -u
+}
+
 # debian_source DIRECTORY PACKAGE [VERSION]: fetches a source package and unpacks it, with Debian's patches, as
 # DIRECTORY/PACKAGE. The sources come from the mirrors that the machine is set up with, through a list of its own, so
 # that the machine's settings stay as they are.
@@ -36,13 +45,11 @@ debian_source() {
     local options=(-q -o "Dir::Etc::SourceList=$apt/sources.list" -o Dir::Etc::SourceParts=/dev/null
                    -o "Dir::State::Lists=$apt/lists" -o "Dir::Cache=$apt" -o "APT::Sandbox::User=$(id -un)")
     if [ ! -f "$apt/sources.list" ]; then
-        local keyring=/usr/share/keyrings/debian-archive-keyring.gpg format=''
-        [ ! -f "$keyring" ] || format="[signed-by=$keyring] "
-        # shellcheck disable=SC2016 # apt's own placeholders
-        apt-get indextargets --format "deb-src $format"'$(SITE) $(RELEASE) $(COMPONENT)' \
-            'Created-By: Packages' 'Origin: Debian' | sort -u >"$apt/sources.list"
+        # What apt tells of its sources needs the lists, which images come without.
+        [ -n "$(debian_mirrors)" ] || as_root apt-get update -q >/dev/null
+        debian_mirrors >"$apt/sources.list"
         if [ ! -s "$apt/sources.list" ]; then
-            say "No Debian package index is on this machine: run 'apt-get update' first"
+            say "This machine knows no mirror of Debian."
             exit 1
         fi
         apt-get "${options[@]}" update >/dev/null
