@@ -263,10 +263,9 @@ bool Reader::readFailureValue(const QJsonValue &value, const QString &place, QVa
         result = QVariant();
         return true;
     }
-    int number = 0;
-    result = value.isDouble() && value.toInteger() == value.toDouble() && intInto(number)(value, place)
-                 ? QVariant(number)
-                 : value.toVariant();
+    const int number = value.toInt();
+    const bool isInteger = value.isDouble() && double(number) == value.toDouble();
+    result = isInteger ? QVariant(number) : value.toVariant();
     return true;
 }
 
