@@ -11,3 +11,6 @@ endif()
 
 # Windows wants four numbers.
 set(LETTERLIFT_VERSION_NUMBERS "${PROJECT_VERSION_MAJOR},${PROJECT_VERSION_MINOR},${PROJECT_VERSION_PATCH},0")
+
+# The package's file, without suffix, and the one folder in it.
+set(LETTERLIFT_PACKAGE "letterlift-${PROJECT_VERSION}-win64")
