@@ -80,6 +80,35 @@ display of Xvfb.
 | Peak memory | {runs["memory"]:.1f} MiB | {runs["yardstick_memory"]:.1f} MiB | \
 {runs["memory"] / runs["yardstick_memory"]:.2f} | 1.15 |""")
 
+    if len(sys.argv) > 3:
+        print_windows(json.loads(Path(sys.argv[3]).read_text(encoding="utf-8")),
+                      json.loads(Path(sys.argv[4]).read_text(encoding="utf-8")))
+
+
+def print_windows(walk: dict[str, float], runs: dict[str, float]) -> None:
+    mine, asking, knowing = (walk[name] * 1e3 for name in (
+        "s_per_entry", "yardstick_s_per_entry", "knowing_yardstick_s_per_entry"))
+    print(f"""
+## Windows, under Wine
+
+The alias walk over {walk["entries"]:.0f} entries of the stand-in's address list through the COM client, with the start of
+the server and the end of all objects; {walk["rounds"]:.0f} rounds. The yardstick is a bare loop on `IDispatch` that makes
+the same four calls an entry.
+
+| What | Time an entry | Ratio | Aim |
+|---|---|---|---|
+| COM client | {mine:.2f} ms | | |
+| Bare loop that asks each object for the numbers of its members | {asking:.2f} ms | {mine / asking:.2f} | 1.2 |
+| Bare loop that asks the first object of each kind | {knowing:.2f} ms | {mine / knowing:.2f} | |
+
+A whole run as above, {runs["rounds"]} times, which starts the stand-in as well. Wine waits a second for every COM server that it
+starts.
+
+| | Letterlift | Bare application | Ratio |
+|---|---|---|---|
+| Wall time | {runs["time"] * 1e3:.0f} ms | {runs["yardstick_time"] * 1e3:.0f} ms | \
+{runs["time"] / runs["yardstick_time"]:.2f} |""")
+
 
 if __name__ == "__main__":
     main()

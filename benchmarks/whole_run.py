@@ -35,16 +35,18 @@ def main() -> None:
     parser.add_argument("--program", required=True)
     parser.add_argument("--yardstick", required=True)
     parser.add_argument("--rounds", type=int, required=True)
+    parser.add_argument("--wine", help="the command that runs Windows programs; their paths begin with Z: then")
     options = parser.parse_args()
 
     figures: dict[str, list[float]] = {"time": [], "yardstick_time": [], "memory": [], "yardstick_memory": []}
     with tempfile.TemporaryDirectory() as folder:
+        drive, runner = ("Z:", [options.wine]) if options.wine else ("", [])
         mail = Path(folder, "mail.vxm")
         mail.write_text(MAIL, encoding="utf-8")
-        environment = os.environ | {"LETTERLIFT_OUTLOOK_STORE": str(Path(folder, "store"))}
+        environment = os.environ | {"LETTERLIFT_OUTLOOK_STORE": f"{drive}{folder}/store"}
         for turn in range(options.rounds + 1):
-            elapsed, memory = run_once([options.program, str(mail)], environment)
-            bare_elapsed, bare_memory = run_once([options.yardstick], environment)
+            elapsed, memory = run_once([*runner, options.program, f"{drive}{mail}"], environment)
+            bare_elapsed, bare_memory = run_once([*runner, options.yardstick], environment)
             if turn == 0:
                 continue  # the first of each fills the system's caches
             figures["time"].append(elapsed)
