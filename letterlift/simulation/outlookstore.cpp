@@ -46,7 +46,8 @@ bool OutlookStore::open(QString &errorText)
 void OutlookStore::record(const JournalEntry &entry)
 {
     // On Windows appending begins at the end as it was when the file was opened.
-    m_journal.seek(m_journal.size());
+    if (!m_journal.isSequential())
+        m_journal.seek(m_journal.size());
     const bool written = m_journal.write(journalLine(entry) + '\n') >= 0;
     // Each line at once: a program that is killed is one more case to look at in the journal.
     if ((m_journal.flush() && written) || m_journalFailed)
