@@ -1,7 +1,8 @@
 #!/usr/bin/python3
 """Runs one acceptance case against a build of the program; README.md tells how cases are written.
 
-Exit status 0 if all is as the case expects it, otherwise 1, with a diff for each thing that isn't.
+Exit status 0 if all is as the case expects it, 77 if the case is for another platform, otherwise 1, with a diff for each
+thing that isn't.
 """
 
 from __future__ import annotations
@@ -14,12 +15,14 @@ from collections.abc import Iterator
 from contextlib import contextmanager
 from pathlib import Path
 
-from runner.case import Case, CaseError, load_case
+from runner.case import Case, CaseError, CaseSkipped, load_case
 from runner.display import Display, DisplayError, open_display
 from runner.observation import Observation, Places, differences, observe, snapshot, write_expectations
-from runner.platforms import LinuxPlatform
+from runner.platforms import PLATFORMS, PlatformError
 from runner.program import RunError, Workplace, run_program
 from runner.steps import give_rights_back
+
+SKIPPED = 77
 
 
 def read_arguments() -> argparse.Namespace:
@@ -27,6 +30,7 @@ def read_arguments() -> argparse.Namespace:
     parser.add_argument("--program", type=Path, required=True, help="the program to run")
     parser.add_argument("--plugins", type=Path, required=True, help='the folder that holds "generic/"')
     parser.add_argument("--case", type=Path, required=True, help="the directory of the case")
+    parser.add_argument("--platform", choices=PLATFORMS, default="linux", help="what runs the program")
     parser.add_argument("--keep", type=Path, help="leave the run's directory below this one")
     parser.add_argument("--screenshot-dir", type=Path, help="save a picture of each box here")
     parser.add_argument("--time-limit", type=float, default=60, help="seconds that the program may take")
@@ -64,7 +68,7 @@ def fill(workplace: Workplace, case: Case) -> None:
 
 def run_case(case: Case, options: argparse.Namespace, display: Display) -> Observation:
     program = options.program.resolve()
-    platform = LinuxPlatform(display.name)
+    platform = PLATFORMS[options.platform](display.name)
 
     def on_box(number: int) -> None:
         if options.screenshot_dir:
@@ -86,10 +90,13 @@ def run_case(case: Case, options: argparse.Namespace, display: Display) -> Obser
 def main() -> int:
     options = read_arguments()
     try:
-        case = load_case(options.case.resolve())
+        case = load_case(options.case.resolve(), options.platform)
         with open_display() as display:
             seen = run_case(case, options, display)
-    except (CaseError, RunError, DisplayError) as error:
+    except CaseSkipped as reason:
+        print(reason)
+        return SKIPPED
+    except (CaseError, RunError, DisplayError, PlatformError) as error:
         print(error)
         return 1
     if options.update:

@@ -48,7 +48,7 @@ class RunnerFindsFaults(unittest.TestCase):
 
     def run_case(self, case: Path, *more: str) -> tuple[int, str]:
         command = [sys.executable, "-B", HERE / "run_case.py", "--program", OPTIONS.program]
-        command += ["--plugins", OPTIONS.plugins, "--case", case, *more]
+        command += ["--plugins", OPTIONS.plugins, "--platform", OPTIONS.platform, "--case", case, *more]
         done = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
         return done.returncode, done.stdout
 
@@ -179,6 +179,32 @@ class RunnerFindsFaults(unittest.TestCase):
         (case / "expected.journal.jsonl").rename(case / "expected.journal.json")
         self.expect_fault(case, "expected.journal.json")
 
+    def test_case_for_another_platform(self) -> None:
+        case = self.copy_of(MAIL_CASE)
+        edit_json(case / "case.json", lambda data: data.update(only={"platform": "other", "why": "Because."}))
+        status, output = self.run_case(case)
+        self.assertEqual((status, output), (77, f"Not on the platform {OPTIONS.platform}: Because.\n"))
+        edit_json(case / "case.json", lambda data: data["only"].pop("why"))
+        self.expect_fault(case, '"only" has a "platform" and a "why"')
+
+    def test_variant_comes_before_the_expectation_for_all(self) -> None:
+        case = self.copy_of(MAIL_CASE)
+        own = f"expected.{OPTIONS.platform}.log"
+        shutil.copyfile(case / "expected.log", case / own)
+        self.expect_fault(case, f"files that no case has: {own}")
+        edit_json(case / "case.json", lambda data: data.update(variants={OPTIONS.platform: ""}))
+        self.expect_fault(case, "the reason is missing")
+        edit_json(case / "case.json", lambda data: data.update(variants={OPTIONS.platform: "Because."}))
+        replace_in(case / own, "Displaying mail", "Sending mail")
+        self.expect_fault(case, "-Sending mail\n+Displaying mail")
+
+    def test_variant_of_another_platform_is_not_looked_at(self) -> None:
+        case = self.copy_of(MAIL_CASE)
+        edit_json(case / "case.json", lambda data: data.update(variants={"other": "Because."}))
+        (case / "expected.other.log").write_text("Other\n", "utf-8")
+        status, output = self.run_case(case)
+        self.assertEqual(status, 0, output)
+
     def test_observer_that_is_not_loaded(self) -> None:
         case = self.copy_of(MAIL_CASE)
         self.expect_fault(case, "has not loaded the box observer", "--plugins", str(self.folder))
@@ -188,6 +214,7 @@ def main() -> None:
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--program", required=True)
     parser.add_argument("--plugins", required=True)
+    parser.add_argument("--platform", default="linux")
     _, rest = parser.parse_known_args(namespace=OPTIONS)
     unittest.main(argv=[sys.argv[0], *rest], verbosity=2)
 

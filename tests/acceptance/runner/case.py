@@ -16,10 +16,13 @@ EXPECTED_LOG = "expected.log"
 EXPECTED_JOURNAL = "expected.journal.jsonl"
 EXPECTED_MESSAGES = "expected.messages.json"
 
+# The expectations that a platform can have a variant of, such as expected.wine.log.
+EXPECTED_FILES = [EXPECTED_LOG, EXPECTED_JOURNAL, EXPECTED_MESSAGES]
+
 REPOSITORY = Path(__file__).resolve().parents[3]
 
 # A file under another name would be an expectation that nobody looks at.
-KNOWN_FILES = {CASE_FILE, SCENARIO_FILE, INPUT_FOLDER, EXPECTED_LOG, EXPECTED_JOURNAL, EXPECTED_MESSAGES}
+KNOWN_FILES = {CASE_FILE, SCENARIO_FILE, INPUT_FOLDER, *EXPECTED_FILES}
 
 REQUIRED_KEYS = {"about": str, "arguments": list, "exit": int, "log": bool}
 OPTIONAL_KEYS = {
@@ -29,12 +32,18 @@ OPTIONAL_KEYS = {
     "files": list,
     "input": str,
     "logDirectory": str,
+    "only": dict,
     "setup": list,
+    "variants": dict,
 }
 
 
 class CaseError(Exception):
     """The case itself is wrong, whatever the program does."""
+
+
+class CaseSkipped(Exception):
+    """The case is for another platform; the text says why."""
 
 
 @dataclass(frozen=True)
@@ -64,6 +73,8 @@ class Case:
     input: Path | None = None
     setup: list[Step] = field(default_factory=list)
     unprivileged: bool = False
+    # The platform whose own expectations come before those for all.
+    variant: str | None = None
 
     @property
     def name(self) -> str:
@@ -74,15 +85,31 @@ class Case:
         path = self.directory / SCENARIO_FILE
         return path if path.exists() else None
 
+    def expectation(self, name: str) -> Path:
+        """The file that holds it, which need not exist."""
+        if self.variant:
+            own = self.directory / variant_name(name, self.variant)
+            if own.exists():
+                return own
+        return self.directory / name
 
-def load_case(directory: Path) -> Case:
-    unknown_files = sorted(entry.name for entry in directory.iterdir() if entry.name not in KNOWN_FILES)
-    if unknown_files:
-        raise CaseError(f"{directory}: files that no case has: {', '.join(unknown_files)}")
+
+def variant_name(name: str, platform: str) -> str:
+    return name.replace("expected.", f"expected.{platform}.")
+
+
+def load_case(directory: Path, platform: str) -> Case:
+    """Raises CaseSkipped if the case is not for the platform."""
     data = read_json(directory / CASE_FILE)
     _check_keys(data)
     try:
-        return _case(directory, data)
+        variants = _variants(data)
+        known_files = KNOWN_FILES | {variant_name(name, variant) for name in EXPECTED_FILES for variant in variants}
+        unknown_files = sorted(entry.name for entry in directory.iterdir() if entry.name not in known_files)
+        if unknown_files:
+            raise ValueError(f"files that no case has: {', '.join(unknown_files)}")
+        _check_platform(data, platform)
+        return _case(directory, data, platform if platform in variants else None)
     except (KeyError, TypeError, ValueError) as error:
         raise CaseError(f"{directory / CASE_FILE}: {error}") from error
 
@@ -112,7 +139,24 @@ def _check_keys(data: Any) -> None:
         raise CaseError(f"{CASE_FILE}: missing: {', '.join(missing)}")
 
 
-def _case(directory: Path, data: dict[str, Any]) -> Case:
+def _variants(data: dict[str, Any]) -> set[str]:
+    variants: dict[str, Any] = data.get("variants", {})
+    for platform, why in variants.items():
+        if not isinstance(why, str) or not why:
+            raise ValueError(f'"variants": the reason is missing for "{platform}"')
+    return set(variants)
+
+
+def _check_platform(data: dict[str, Any], platform: str) -> None:
+    if "only" not in data:
+        return
+    if data["only"].keys() != {"platform", "why"}:
+        raise ValueError('"only" has a "platform" and a "why"')
+    if data["only"]["platform"] != platform:
+        raise CaseSkipped(f"Not on the platform {platform}: {data['only']['why']}")
+
+
+def _case(directory: Path, data: dict[str, Any], variant: str | None) -> Case:
     if data.get("as", "unprivileged") != "unprivileged":
         raise ValueError('"as" knows one value, "unprivileged"')
     return Case(
@@ -127,6 +171,7 @@ def _case(directory: Path, data: dict[str, Any]) -> Case:
         input=_input(directory, data),
         setup=read_steps(data.get("setup", [])),
         unprivileged="as" in data,
+        variant=variant,
     )
 
 

@@ -14,6 +14,8 @@ from contextlib import contextmanager
 from pathlib import Path
 
 DISPLAY_VARIABLE = "LETTERLIFT_ACCEPTANCE_DISPLAY"
+# The file that the given display's server maps its screen to, see Xvfb's option -fbdir; without it no pictures.
+FRAME_BUFFER_VARIABLE = "LETTERLIFT_ACCEPTANCE_FRAME_BUFFER"
 START_TIME_LIMIT = 20
 SCREEN = "1280x1024x24"
 # A box is reported once it is on the screen, which is before it is painted.
@@ -31,7 +33,7 @@ class Display:
 
     def save_screenshot(self, path: Path) -> None:
         if self._frame_buffer is None:
-            raise DisplayError(f"The display {self.name} isn't the runner's own; it can't take pictures of it.")
+            raise DisplayError(f"There is no picture of the display {self.name}: {FRAME_BUFFER_VARIABLE} isn't set.")
         path.parent.mkdir(parents=True, exist_ok=True)
         time.sleep(PAINT_TIME)
         path.write_bytes(xwd_to_png(self._frame_buffer.read_bytes()))
@@ -40,7 +42,8 @@ class Display:
 @contextmanager
 def open_display() -> Iterator[Display]:
     if given := os.environ.get(DISPLAY_VARIABLE):
-        yield Display(given)
+        frame_buffer = os.environ.get(FRAME_BUFFER_VARIABLE)
+        yield Display(given, Path(frame_buffer) if frame_buffer else None)
         return
     with tempfile.TemporaryDirectory(prefix="letterlift-display-") as folder:
         read_end, write_end = os.pipe()

@@ -13,7 +13,7 @@ from typing import Any
 from runner import case as cases
 from runner.case import Box, Case
 from runner.messages import expectation_faults, message_faults, read_messages
-from runner.platforms import LinuxPlatform
+from runner.platforms import Platform
 from runner.program import ProgramRun, Workplace
 
 LOG_NAME = "letterlift.log"
@@ -35,9 +35,9 @@ class Observation:
 
 
 class Places:
-    """The names that stand for the directories of a run in expectations."""
+    """The names that stand for the directories of a run, and for the program's usage, in expectations."""
 
-    def __init__(self, workplace: Workplace, program: Path, platform: LinuxPlatform) -> None:
+    def __init__(self, workplace: Workplace, program: Path, platform: Platform) -> None:
         named = {
             "{dir}": workplace.directory,
             "{store}": workplace.store,
@@ -45,6 +45,8 @@ class Places:
             "{program}": program,
         }
         self._names = [(spelling, name) for name, path in named.items() for spelling in platform.spellings(path)]
+        # The one text that a system's Qt has a hand in. It holds the program's name, which is replaced before.
+        self._names.append((platform.usage, "{usage}"))
 
     def named(self, text: str) -> str:
         for spelling, name in self._names:
@@ -59,7 +61,7 @@ def snapshot(directory: Path) -> dict[str, str]:
 
 
 def observe(
-    run: ProgramRun, case: Case, workplace: Workplace, before: dict[str, str], places: Places, platform: LinuxPlatform
+    run: ProgramRun, case: Case, workplace: Workplace, before: dict[str, str], places: Places, platform: Platform
 ) -> Observation:
     log = workplace.directory / case.log_directory / LOG_NAME
     journal = workplace.store / JOURNAL_NAME
@@ -85,11 +87,11 @@ def differences(case: Case, seen: Observation) -> list[str]:
     if seen.exit != case.exit:
         found.append(f"exit status: expected {case.exit}, seen {seen.exit}")
     found += _diff("boxes", _pretty([box.as_json() for box in case.boxes]), _pretty([b.as_json() for b in seen.boxes]))
-    if case.log != (case.directory / cases.EXPECTED_LOG).exists():
+    if case.log != case.expectation(cases.EXPECTED_LOG).exists():
         found.append(f'"log" is {str(case.log).lower()}, but {cases.EXPECTED_LOG} tells otherwise')
-    found += _compare_file("run log", case.directory / cases.EXPECTED_LOG, seen.log)
-    found += _compare_file("journal", case.directory / cases.EXPECTED_JOURNAL, seen.journal)
-    messages_file = case.directory / cases.EXPECTED_MESSAGES
+    found += _compare_file("run log", case.expectation(cases.EXPECTED_LOG), seen.log)
+    found += _compare_file("journal", case.expectation(cases.EXPECTED_JOURNAL), seen.journal)
+    messages_file = case.expectation(cases.EXPECTED_MESSAGES)
     expected = cases.read_json(messages_file) if messages_file.exists() else []
     found += expectation_faults(expected)
     found += _diff("messages", _pretty(expected), _pretty(seen.messages))
@@ -103,9 +105,9 @@ def write_expectations(case: Case, seen: Observation) -> None:
         changes["boxes"] = [box.as_json() for box in seen.boxes]
     if any(data.get(key) != value for key, value in changes.items()):
         cases.write_json(case.directory / cases.CASE_FILE, data | changes)
-    _write_or_remove(case.directory / cases.EXPECTED_LOG, seen.log)
-    _write_or_remove(case.directory / cases.EXPECTED_JOURNAL, seen.journal)
-    _write_or_remove(case.directory / cases.EXPECTED_MESSAGES, _pretty(seen.messages) if seen.messages else None)
+    _update(case, cases.EXPECTED_LOG, seen.log)
+    _update(case, cases.EXPECTED_JOURNAL, seen.journal)
+    _update(case, cases.EXPECTED_MESSAGES, _pretty(seen.messages) if seen.messages else None)
 
 
 def _file_faults(case: Case, before: dict[str, str], after: dict[str, str]) -> list[str]:
@@ -152,6 +154,16 @@ def _lines(text: str) -> list[str]:
 
 def _pretty(data: Any) -> str:
     return json.dumps(data, indent=4, ensure_ascii=False) + "\n"
+
+
+def _update(case: Case, name: str, text: str | None) -> None:
+    """A platform's own expectation is written only if it differs from the one for all."""
+    common = case.directory / name
+    if case.variant is None:
+        _write_or_remove(common, text)
+        return
+    same = text == (common.read_bytes().decode("utf-8") if common.exists() else None)
+    _write_or_remove(case.directory / cases.variant_name(name, case.variant), None if same else text)
 
 
 def _write_or_remove(path: Path, text: str | None) -> None:

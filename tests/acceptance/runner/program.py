@@ -11,7 +11,7 @@ from pathlib import Path
 from typing import Any
 
 from runner.case import Box, Case
-from runner.platforms import LinuxPlatform
+from runner.platforms import Platform, PlatformError
 
 POLL_INTERVAL = 0.01
 SHOWN_ERROR_OUTPUT = 2000
@@ -64,7 +64,7 @@ class Person:
     """Waits for boxes, notes them and presses their keys."""
 
     def __init__(
-        self, platform: LinuxPlatform, report: Path, expected: list[Box], on_box: Callable[[int], None]
+        self, platform: Platform, report: Path, expected: list[Box], on_box: Callable[[int], None]
     ) -> None:
         self._platform = platform
         self._report = report
@@ -81,10 +81,10 @@ class Person:
             windows.append(shown["window"])
         return windows
 
-    def close(self, window: int) -> None:
+    def close(self, process: int, window: int) -> None:
         number = len(self.boxes)
         self._on_box(number)
-        self._platform.press_key(window, self.boxes[-1].key)
+        self._platform.press_key(process, window, self.boxes[-1].key)
 
     def _noted(self, shown: dict[str, Any]) -> Box:
         number = len(self.boxes)
@@ -102,12 +102,12 @@ def run_program(
     plugins: Path,
     case: Case,
     workplace: Workplace,
-    platform: LinuxPlatform,
+    platform: Platform,
     time_limit: float,
     on_box: Callable[[int], None],
 ) -> ProgramRun:
     person = Person(platform, workplace.box_report, case.boxes, on_box)
-    arguments = [in_workplace(argument, workplace) for argument in case.arguments]
+    arguments = [in_workplace(argument, workplace, platform) for argument in case.arguments]
     with workplace.error_output.open("wb") as error_output:
         process = subprocess.Popen(
             platform.command(program, arguments, case.unprivileged),
@@ -123,6 +123,7 @@ def run_program(
         if process.poll() is None:
             process.kill()
         process.wait()
+        platform.wait_for_servers(workplace.store)
     if not workplace.box_report.exists():
         raise RunError(f"The program has not loaded the box observer from {plugins}.{_error_output(workplace)}")
     if process.returncode < 0:
@@ -130,28 +131,30 @@ def run_program(
     return ProgramRun(process.returncode, person.boxes)
 
 
-def in_workplace(text: str, workplace: Workplace) -> str:
-    return text.replace("{dir}", str(workplace.directory))
+def in_workplace(text: str, workplace: Workplace, platform: Platform) -> str:
+    return text.replace("{dir}", platform.path(workplace.directory))
 
 
-def _environment(case: Case, workplace: Workplace, plugins: Path, platform: LinuxPlatform) -> dict[str, str]:
-    environment = platform.environment(workplace.home) | {
+def _environment(case: Case, workplace: Workplace, plugins: Path, platform: Platform) -> dict[str, str]:
+    variables = {
         "QT_QPA_GENERIC_PLUGINS": "boxobserver",
-        "QT_PLUGIN_PATH": str(plugins),
-        "LETTERLIFT_BOX_REPORT": str(workplace.box_report),
-        "LETTERLIFT_OUTLOOK_STORE": str(workplace.store),
+        "QT_PLUGIN_PATH": platform.path(plugins),
+        "QT_FORCE_STDERR_LOGGING": "1",
+        "LETTERLIFT_BOX_REPORT": platform.path(workplace.box_report),
+        "LETTERLIFT_OUTLOOK_STORE": platform.path(workplace.store),
     }
     if case.scenario:
-        environment["LETTERLIFT_OUTLOOK_SCENARIO"] = str(workplace.scenario)
-    return environment | {name: in_workplace(value, workplace) for name, value in case.environment.items()}
+        variables["LETTERLIFT_OUTLOOK_SCENARIO"] = platform.path(workplace.scenario)
+    variables |= {name: in_workplace(value, workplace, platform) for name, value in case.environment.items()}
+    return platform.environment(workplace.home, variables)
 
 
 def _wait(process: subprocess.Popen[bytes], person: Person, deadline: float, workplace: Workplace) -> None:
     while process.poll() is None:
         for window in person.look():
             try:
-                person.close(window)
-            except subprocess.SubprocessError as error:
+                person.close(process.pid, window)
+            except (subprocess.SubprocessError, PlatformError) as error:
                 raise RunError(f"The key for {person.boxes[-1]} can't be pressed: {error}") from error
         if time.monotonic() > deadline:
             shown = "\n".join(str(box) for box in person.boxes) or "none"
