@@ -45,7 +45,11 @@ int serve(const QString &program)
         if (server.outlook() == nullptr)
             QCoreApplication::quit();
     });
-    return QCoreApplication::exec();
+    const int status = QCoreApplication::exec();
+    // All that matters was done with the last object. Wine 8 winds COM down in anything from no time to seconds, and the
+    // next client is not to meet a server that is about to end.
+    TerminateProcess(GetCurrentProcess(), UINT(status));
+    return status;
 }
 
 } // namespace
