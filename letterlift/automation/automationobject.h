@@ -49,7 +49,8 @@ public:
     /// that fails.
     [[nodiscard]] virtual QVariant property(const char *name) = 0;
 
-    /// Writes an Automation property; false if that fails, but ActiveQt doesn't tell of what the server says to it. An object as value goes in by its asVariant().
+    /// Writes an Automation property; false if that fails, but ActiveQt doesn't tell of what the server says to it. An
+    /// object as value goes in by its asVariant().
     virtual bool setProperty(const char *name, const QVariant &value) = 0;
 
     /// This object in a form that setProperty() of an object of the same server takes.

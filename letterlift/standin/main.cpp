@@ -20,8 +20,8 @@ namespace {
 // A client that has had the server started comes at once, or not at all.
 constexpr auto firstClientLimit = 60s;
 
-/// In case that the process doesn't end by itself, which was seen under Wine 8, rarely and without a trace of why. It would
-/// keep a test waiting that reads its error output.
+/// In case that the process doesn't end by itself, which was seen under Wine 8, rarely and without a trace of why. It
+/// would keep a test waiting that reads its error output.
 void endAfterAll()
 {
     std::this_thread::sleep_for(5s);
@@ -56,8 +56,8 @@ int serve(const QString &program)
             QCoreApplication::quit();
     });
     const int status = QCoreApplication::exec();
-    // All that matters was done with the last object. Wine 8 winds COM down in anything from no time to seconds, and the
-    // next client is not to meet a server that is about to end.
+    // All that matters was done with the last object. Wine 8 winds COM down in anything from no time to seconds, and
+    // the next client is not to meet a server that is about to end.
     TerminateProcess(GetCurrentProcess(), UINT(status));
     return status;
 }
