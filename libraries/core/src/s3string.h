@@ -5,6 +5,7 @@
 
 #include <concepts>
 
+class QByteArray;
 class QColor;
 class QModelIndex;
 class QPoint;
@@ -195,5 +196,14 @@ void replaceProductName(QString &text);
 
 /// A number for \a text, the same in each run and on each machine. Not for what an attacker may choose.
 [[nodiscard]] quint32 hash(const QString &text);
+
+// The core's byte encoding: code page 850 with 28 positions changed. Other characters are a byte 255 and their UTF-8.
+
+/// U+FEFF gives nothing, and half of a surrogate pair "?".
+[[nodiscard]] QByteArray toByteText(const QString &text);
+
+/// Reads up to the terminating zero; a null pointer gives an empty text, and broken UTF-8 what QString::fromUtf8()
+/// does.
+[[nodiscard]] QString fromByteText(const char *bytes);
 
 } // namespace s3String
