@@ -8,7 +8,6 @@
 #include <QPoint>
 #include <QRect>
 #include <QSize>
-#include <QVariant>
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -6,7 +6,6 @@
 #include "s3tracearg.h"
 
 #include <QTest>
-#include <QVariant>
 
 #include <functional>
 

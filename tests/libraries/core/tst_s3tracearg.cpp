@@ -6,7 +6,6 @@
 #include <QSize>
 #include <QStandardItemModel>
 #include <QTest>
-#include <QVariant>
 
 using namespace Qt::Literals::StringLiterals;
 
