@@ -1,5 +1,7 @@
 #include "s3dictionary.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 bool openDictionaries(QString &errorText)
 {
     Q_UNUSED(errorText)
@@ -9,4 +11,15 @@ bool openDictionaries(QString &errorText)
 QString translate(const QString &sourceText)
 {
     return sourceText;
+}
+
+QString messageText(int number)
+{
+    return u"*** %1 ***"_s.arg(number);
+}
+
+QString messageSymbol(int number)
+{
+    Q_UNUSED(number)
+    return {};
 }

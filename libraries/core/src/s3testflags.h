@@ -15,10 +15,21 @@ class s3TestFlagsGUI : public s3TestFlags, public s3Singleton<s3TestFlagsGUI>
 {
 public:
     /// Made on the first call, which has to come from the main thread; never null. Fit for static initialisers.
-    [[nodiscard]] static s3TestFlagsGUI *instance();
+    [[nodiscard]] static s3TestFlagsGUI *instance()
+    {
+        if (s_instance == nullptr) [[unlikely]]
+            create();
+        return s_instance;
+    }
 
 private:
     s3TestFlagsGUI() = default;
+
+    static void create();
+
+    // In reach of every trace site: a call would cost more than all the rest of a site whose flag isn't set. And not a
+    // function-local static with its guard, because the first access lies in a static initialiser of the main thread.
+    static constinit inline s3TestFlagsGUI *s_instance = nullptr;
 };
 
 /// What stands in front of every trace: cheap when no flag is set, and without allocation in any case.

@@ -10,7 +10,7 @@ void s3WriteTrace(const QString &line);
 /// The one way to write a trace: a flag, and what the line consists of. Nothing of it is rendered, not even the
 /// arguments of the call are, unless the flag is set.
 ///
-///     S3_TRACE(226, u"s3Dir::setCurrent()" + s3TraceArg(u"path", path) + s3TraceArg(u"result", result));
+///     S3_TRACE(226, u"s3Dir::setCurrent()"_s + s3TraceArg(u"path"_s, path) + s3TraceArg(u"result"_s, result));
 #define S3_TRACE(flag, line)                                                                                           \
     do {                                                                                                               \
         if (s3HasTestFlag(flag)) [[unlikely]]                                                                          \
