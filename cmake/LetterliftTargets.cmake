@@ -29,6 +29,8 @@ else()
     target_compile_options(letterlift_options INTERFACE
         -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Wformat=2
         -Wnull-dereference -Wimplicit-fallthrough
+        # The interfaces of COM have no destructors.
+        $<$<PLATFORM_ID:Windows>:-Wno-non-virtual-dtor>
         # ccache can serve a compilation with a precompiled header only if GCC reads the macros after it.
         $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
     if(LETTERLIFT_WERROR)
