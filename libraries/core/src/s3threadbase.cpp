@@ -92,6 +92,21 @@ void s3ThreadBase::postToReceiver(QEvent *event)
     QCoreApplication::postEvent(m_eventReceiver, event);
 }
 
+bool s3ThreadBase::wait(QDeadlineTimer deadline)
+{
+    const bool hasEnded = QThread::wait(deadline);
+    if (hasEnded)
+        s3RaceChecker::takeOver(this);
+    return hasEnded;
+}
+
+bool s3ThreadBase::event(QEvent *event)
+{
+    if (event->type() == QEvent::DeferredDelete)
+        s3RaceChecker::takeOver(this);
+    return QThread::event(event);
+}
+
 void s3ThreadBase::quit(bool waitEnd)
 {
     S3_TRACE(110, u"s3ThreadBase::quit()"_s + s3TraceArg(u"this"_s, this) + s3TraceArg(u"waitEnd"_s, waitEnd));
@@ -101,7 +116,7 @@ void s3ThreadBase::quit(bool waitEnd)
     if (!waitEnd)
         return;
     s3ElapsedTimer timer(true);
-    wait(5000);
+    wait(QDeadlineTimer(5000));
     S3_TRACE(110, u"s3ThreadBase::quit()"_s + s3TraceArg(u"elapsed"_s, timer.text(false)));
 }
 
@@ -111,12 +126,15 @@ void s3ThreadBase::slotFinished()
     S3_ASSERT_AT(m_runFinished, "m_runFinished == true",
                  u"Kein runFinish() Aufruf in der abgeleiteten run() Funktion"_s, 174, "s3ThreadBase::slotFinished");
     deleteIfWanted();
+    s3RaceChecker::handOver(this);
 }
 
 void s3ThreadBase::deleteIfWanted()
 {
-    if (m_deleteWhenFinished)
-        deleteLater();
+    if (!m_deleteWhenFinished)
+        return;
+    s3RaceChecker::handOver(this);
+    deleteLater();
 }
 
 void s3ThreadBase::runFinish()

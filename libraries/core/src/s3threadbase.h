@@ -31,10 +31,15 @@ public:
     /// Posts \a event, which then belongs to Qt. Without a receiver nothing happens, and it stays the caller's.
     void postToReceiver(QEvent *event);
 
+    /// As QThread's, for what the thread has done to be known to a race checker as well.
+    bool wait(QDeadlineTimer deadline = QDeadlineTimer(QDeadlineTimer::Forever));
+
     using QThread::quit;
     /// Asks the thread's event loop to end. With \a waitEnd it waits for the end, 5000 milliseconds at most: a thread
     /// that takes longer goes on running.
     virtual void quit(bool waitEnd);
+
+    bool event(QEvent *event) override;
 
 public Q_SLOTS:
     /// Called on the worker thread when run() has ended.
