@@ -5,8 +5,10 @@
 #include "protocol/s3logstream.h"
 #include "s3testflags.h"
 
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QRegularExpression>
+#include <QSemaphore>
 #include <QStringDecoder>
 #include <QTemporaryDir>
 #include <QTest>
@@ -27,6 +29,7 @@ private Q_SLOTS:
     void linesOfManyThreads_data();
     void linesOfManyThreads();
     void linesBeyondTheQueueOfOneFlush();
+    void noLineNeedsAnotherOneToComeOut();
 };
 
 namespace {
@@ -117,6 +120,32 @@ void tst_s3TestausThreads::linesBeyondTheQueueOfOneFlush()
     QVERIFY(writtenLines().isEmpty());
     QCoreApplication::processEvents();
     QCOMPARE(fault(writtenLines(), 8, false), QString());
+}
+
+void tst_s3TestausThreads::noLineNeedsAnotherOneToComeOut()
+{
+    constexpr int rounds = 2000;
+    s3TestausProxy::instance()->setCallback(recordLine);
+    QSemaphore next;
+    std::thread thread([&next] {
+        for (int round = 0; round < rounds; ++round) {
+            next.acquire();
+            s3TestausProxy::instance()->write(QString::number(round), true);
+        }
+    });
+    int stuck = 0;
+    for (int round = 0; round < rounds; ++round) {
+        next.release();
+        const QDeadlineTimer deadline(2000);
+        while (writtenLines().size() <= round - stuck && !deadline.hasExpired())
+            QCoreApplication::processEvents();
+        if (deadline.hasExpired() && ++stuck == 3)
+            break;
+    }
+    next.release(rounds);
+    thread.join();
+    QCOMPARE(stuck, 0);
+    QCOMPARE(writtenLines().size(), rounds);
 }
 
 QTEST_GUILESS_MAIN(tst_s3TestausThreads)
