@@ -25,6 +25,8 @@ ROWS = [
      "`QString::remove` and `QString::replace`"),
     ("formatNumber/200000", "formatNumberYardstick/200000", "`formatNumber` of 200,000 numbers", "`QString::number`"),
     ("traceSite/10000000", "traceSiteYardstick/10000000", "10,000,000 trace sites without flags", "an empty loop"),
+    ("traceLines/1000000/real_time", "traceLinesYardstick/1000000/real_time",
+     "1,000,000 trace lines of 8 threads to a file", "one thread, each line with `Qt::endl`"),
 ]
 GROWTH = [
     # benchmark, the smaller and the larger input, what grows
@@ -77,10 +79,15 @@ optimised build with GCC.
                             for name in ("toByteText", "fromByteText"))
     site = (functions[f"traceSite/{TRACE_SITES}"]["real_time"]
             - functions[f"traceSiteYardstick/{TRACE_SITES}"]["real_time"]) * 1e6 / TRACE_SITES
+    trace, bare_trace = functions["traceLines/1000000/real_time"], functions["traceLinesYardstick/1000000/real_time"]
     print(f"""
 The alias walk takes {walk["s_per_entry"] * 1e6:.2f} µs an entry and leaves {walk["wrappers"]:.0f} wrappers alive.
 The byte encoding is written with {to_bytes:.0f} MB/s and read with {from_bytes:.0f} MB/s; the aim is no less than iconv.
 A trace site without flags costs {site:.2f} ns more than a turn of an empty loop; the aim is 1 ns.
+
+The trace lines come at {trace["lines_per_s"]:,.0f} a second, those of the yardstick at \
+{bare_trace["lines_per_s"]:,.0f}. At the peak they take {trace["memory_growth"] / 2**20:.1f} MiB more memory than before, \
+the yardstick {bare_trace["memory_growth"] / 2**20:.1f} MiB.
 
 ## Growth
 

@@ -1,6 +1,0 @@
-#include "s3trace.h"
-
-void s3WriteTrace(const QString &line)
-{
-    Q_UNUSED(line)
-}

@@ -1,0 +1,151 @@
+// All that threads of the core do with each other, for a race checker to look at. Fails as well if a line is torn, lost
+// or out of order.
+
+#include "protocol/s3customevent.h"
+#include "protocol/s3logstream.h"
+#include "protocol/s3qeventprotocol.h"
+#include "s3racechecker.h"
+#include "s3testflags.h"
+#include "s3threadbase.h"
+#include "test/s3testausproxy.h"
+#include "tracewriters.h"
+
+#include <QCoreApplication>
+#include <QTemporaryDir>
+
+#include <cstdio>
+#include <thread>
+#include <vector>
+
+using namespace Qt::Literals::StringLiterals;
+
+class PassedEvent : public s3CustomEventBase<PassedEvent>
+{
+public:
+    int number = 0;
+};
+
+namespace {
+
+bool failed = false;
+
+void expect(bool holds, const char *what)
+{
+    if (holds)
+        return;
+    failed = true;
+    std::fprintf(stderr, "Not so: %s\n", what);
+}
+
+template<typename Function>
+void atOnce(int count, Function function)
+{
+    std::vector<std::thread> threads;
+    threads.reserve(size_t(count));
+    for (int i = 0; i < count; ++i)
+        threads.emplace_back(function);
+    for (std::thread &thread : threads)
+        thread.join();
+}
+
+void firstUse()
+{
+    atOnce(8, [] { s3TestausProxy::instance()->write(u"nobody hears it"_s, true); });
+    expect(s3TestausProxy::instance()->thread() == QCoreApplication::instance()->thread(), "proxy on the main thread");
+    atOnce(8, [] { expect(s3QEventProtocol::eventName(PassedEvent::type()) == u"class PassedEvent"_s, "event name"); });
+}
+
+void linesOfManyThreads(bool withTime)
+{
+    const QTemporaryDir directory;
+    s3TestausProxy::instance()->setFileName(directory.filePath(u"testaus.txt"_s));
+    s3TestausProxy::instance()->setCallback(recordLine);
+    if (withTime)
+        s3TestFlagsGUI::instance()->insert(96);
+    writeFromThreads(8);
+    const QString what = fault(writtenLines(), 9, withTime);
+    expect(what.isEmpty(), qUtf8Printable(what));
+    s3TestausProxy::instance()->setCallback(nullptr);
+    s3TestFlagsGUI::instance()->clear();
+    s3LogStream::closeChannel(u"testaus"_s);
+    writtenLines().clear();
+}
+
+class Receiver : public QObject
+{
+public:
+    int sum = 0;
+
+protected:
+    void customEvent(QEvent *event) override
+    {
+        s3RaceChecker::takeOver(event);
+        if (event->type() == PassedEvent::type())
+            sum += static_cast<const PassedEvent *>(event)->number;
+    }
+};
+
+class Worker : public s3ThreadBase
+{
+public:
+    Worker(QObject &receiver, bool deletesItself)
+        : m_receiver(receiver)
+    {
+        m_deleteWhenFinished = deletesItself;
+    }
+    ~Worker() override { wait(); }
+
+protected:
+    void run() override
+    {
+        setEventReceiver(&m_receiver);
+        for (int i = 0; i < 100; ++i) {
+            auto *const event = new PassedEvent;
+            event->number = 1;
+            postToReceiver(event);
+            s3TestausProxy::instance()->write(QString::number(i), true);
+        }
+        exec();
+        runFinish();
+    }
+
+private:
+    QObject &m_receiver;
+};
+
+void workers(bool deleteThemselves)
+{
+    s3TestausProxy::instance()->setCallback(recordLine);
+    s3TestFlagsGUI::instance()->insert(110);
+    Receiver receiver;
+    std::vector<Worker *> threads;
+    for (int i = 0; i < 8; ++i) {
+        threads.push_back(new Worker(receiver, deleteThemselves));
+        expect(threads.back()->start(), "worker started");
+    }
+    while (receiver.sum < 800)
+        QCoreApplication::processEvents();
+    for (Worker *thread : threads)
+        thread->quit(true);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    if (!deleteThemselves)
+        qDeleteAll(threads);
+    expect(receiver.sum == 800, "each event once");
+    s3TestausProxy::instance()->setCallback(nullptr);
+    s3TestFlagsGUI::instance()->clear();
+    writtenLines().clear();
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QCoreApplication application(argc, argv);
+    static_cast<void>(s3TestFlagsGUI::instance());
+    firstUse();
+    linesOfManyThreads(false);
+    linesOfManyThreads(true);
+    workers(false);
+    workers(true);
+    return failed ? 1 : 0;
+}
