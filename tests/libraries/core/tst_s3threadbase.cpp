@@ -7,6 +7,7 @@
 #include <QEvent>
 #include <QPointer>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QRegularExpression>
 #include <QSemaphore>
 #include <QTest>
@@ -282,6 +283,10 @@ void tst_s3ThreadBase::finishedWithoutRunFinish()
 void tst_s3ThreadBase::runWithoutRunFinishEndsTheProcess()
 {
     QProcess process;
+    // On Windows Qt's messages go to a debugger otherwise.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"QT_FORCE_STDERR_LOGGING"_s, u"1"_s);
+    process.setProcessEnvironment(environment);
     process.start(QCoreApplication::applicationFilePath(), {u"--silent-end"_s});
     QVERIFY(process.waitForFinished());
     const QByteArray output = process.readAllStandardError();

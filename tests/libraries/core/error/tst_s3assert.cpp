@@ -3,6 +3,7 @@
 #include "assertion.h"
 
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QTest>
 
 #include <cstring>
@@ -63,6 +64,10 @@ void tst_s3Assert::flag191Throws()
 void tst_s3Assert::withoutTheFlagTheProcessEndsWithAllPieces()
 {
     QProcess process;
+    // On Windows Qt's messages go to a debugger otherwise.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"QT_FORCE_STDERR_LOGGING"_s, u"1"_s);
+    process.setProcessEnvironment(environment);
     process.start(QCoreApplication::applicationFilePath(), {u"--fail"_s});
     QVERIFY(process.waitForFinished());
     QVERIFY(process.exitStatus() == QProcess::CrashExit || process.exitCode() != 0);
