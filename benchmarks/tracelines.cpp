@@ -78,6 +78,7 @@ void writeThroughProxy(const QString &path, qint64 count)
     s3TestausProxy::instance()->setFileName(path);
     std::atomic<int> ended = 0;
     std::vector<std::thread> threads;
+    threads.reserve(threadCount);
     for (int i = 0; i < threadCount; ++i) {
         threads.emplace_back([&ended, lines = count / threadCount] {
             for (qint64 number = 0; number < lines; ++number)

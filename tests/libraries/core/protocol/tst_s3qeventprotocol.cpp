@@ -122,6 +122,7 @@ void tst_s3QEventProtocol::nameWithTheWordClass()
 void tst_s3QEventProtocol::typeIsGivenOnceForAllThreads()
 {
     std::vector<std::thread> threads;
+    threads.reserve(8);
     std::vector<qint32> types(8);
     std::atomic<int> ready = 0;
     for (qint32 &type : types) {

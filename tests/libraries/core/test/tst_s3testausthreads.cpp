@@ -51,6 +51,7 @@ void tst_s3TestausThreads::firstUseOnAnotherThreadMovesToTheMainOne()
 {
     QVERIFY(!s3TestausProxy::exists());
     std::vector<std::thread> threads;
+    threads.reserve(4);
     for (int i = 0; i < 4; ++i) {
         threads.emplace_back([] { static_cast<void>(s3TestausProxy::instance()); });
     }
@@ -113,6 +114,7 @@ void tst_s3TestausThreads::linesBeyondTheQueueOfOneFlush()
     // The event loop runs only when all are queued.
     s3TestausProxy::instance()->setCallback(recordLine);
     std::vector<std::thread> writers;
+    writers.reserve(8);
     for (int writer = 0; writer < 8; ++writer)
         writers.emplace_back(writeLines, writer);
     for (std::thread &writer : writers)
