@@ -14,7 +14,7 @@ using namespace Qt::Literals::StringLiterals;
 int main(int argc, char *argv[])
 {
     const QApplication application(argc, argv);
-    QGuiApplication::setWindowIcon(s3FileInfo(QCoreApplication::applicationFilePath()).icon());
+    QGuiApplication::setWindowIcon(s3FileInfo::applicationIcon());
 
     QString errorText;
     if (!openDictionaries(errorText)) {
