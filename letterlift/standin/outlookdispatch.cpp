@@ -100,10 +100,11 @@ HRESULT OutlookDispatch::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS 
     QVariantList arguments;
     for (UINT i = parameters->cArgs; i > 0; --i)
         arguments.append(argumentOf(parameters->rgvarg[i - 1]));
-    if (!arguments.isEmpty() && arguments.first().typeId() == QMetaType::Int)
-        arguments.first() = member->enumerationKeys.value(arguments.first().toInt(), QString()).isEmpty()
-                                ? arguments.first()
-                                : QVariant(member->enumerationKeys.value(arguments.first().toInt()));
+    if (!arguments.isEmpty() && arguments.first().typeId() == QMetaType::Int) {
+        const auto key = member->enumerationKeys.constFind(arguments.first().toInt());
+        if (key != member->enumerationKeys.constEnd())
+            arguments.first() = *key;
+    }
 
     const QString signature = OutlookModel::memberSignature(m_reference.kind, member->name);
     const ModelResult done =
@@ -164,15 +165,17 @@ HRESULT OutlookDispatch::answerFailure(const TypeMember &member, const ModelResu
             fill(*exception, failure);
         return DISP_E_EXCEPTION;
     case FailureKind::Error:
-        V_VT(target) = VT_ERROR;
-        V_ERROR(target) = failure.code;
+        if (target != nullptr) {
+            V_VT(target) = VT_ERROR;
+            V_ERROR(target) = failure.code;
+        }
         return S_OK;
     case FailureKind::Value:
-        if (!failure.value.isValid()) {
+        if (failure.value.isValid())
+            break;
+        if (target != nullptr)
             V_VT(target) = VT_NULL;
-            return S_OK;
-        }
-        break;
+        return S_OK;
     case FailureKind::Silence:
         Sleep(DWORD(failure.milliseconds));
         break;
