@@ -17,11 +17,21 @@ void removeLink(const QFileInfo &link)
         QFile::remove(path);
 }
 
+// Where a name may hold a backslash, the wrappers would take it for a path, which can lead out of the directory.
+void removeByPlainName(const QFileInfo &entry)
+{
+    if (entry.isDir() && !entry.isSymLink())
+        QDir(entry.filePath()).removeRecursively();
+    else
+        QFile::remove(entry.filePath());
+}
+
 void removeEntry(const QFileInfo &entry)
 {
-    // Where a name may hold a backslash, the wrappers would take it for a path, which can lead out of the directory.
-    if (entry.fileName().contains(u'\\'))
+    if (entry.fileName().contains(u'\\')) {
+        removeByPlainName(entry);
         return;
+    }
     const bool isLink = entry.isSymLink() || entry.isJunction();
     if (isLink && !entry.isFile())
         removeLink(entry);

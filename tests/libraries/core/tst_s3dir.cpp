@@ -1,5 +1,6 @@
 // s3Dir on a real disk. The trace lines end here: this program has a writer of its own in place of the library's.
 
+#include "lockedfile.h"
 #include "s3dir.h"
 #include "s3testflags.h"
 #include "s3trace.h"
@@ -47,6 +48,9 @@ private Q_SLOTS:
     void forcedRemovalKeepsWorkingDirectory();
     void forcedRemovalKeepsWhatLinksLeadTo();
     void forcedRemovalDoesNotFollowBackslashesInNames();
+    void forcedRemovalTakesWhatItCan();
+    void staticFilePath();
+    void pathsOfNamesTakeBackslashes();
     void workingDirectoryIsTraced();
     void changeOfWorkingDirectoryIsTraced();
 
@@ -180,8 +184,37 @@ void tst_s3Dir::forcedRemovalDoesNotFollowBackslashesInNames()
     QVERIFY(QFile(path(u"d/..\\outside"_s)).open(QIODevice::WriteOnly));
     if (!QDir(path(u"d"_s)).entryList(QDir::Files | QDir::Hidden).contains(u"..\\outside"_s))
         QSKIP("Names have no backslashes on this system");
-    QVERIFY(!s3Dir(path(u"d"_s)).removeRecursively(true));
+    QVERIFY(QDir(path(u"d"_s)).mkpath(u"..\\other/below"_s));
+    QVERIFY(QFile::link(path(u"outside"_s), path(u"d/a\\link"_s)));
+    QVERIFY(s3Dir(path(u"d"_s)).removeRecursively(true));
+    QVERIFY(!QFile::exists(path(u"d"_s)));
     QVERIFY(QFile::exists(outside));
+}
+
+void tst_s3Dir::forcedRemovalTakesWhatItCan()
+{
+    writeTestFile(path(u"d/a"_s), "x");
+    const QString locked = writeTestFile(path(u"d/b"_s), "x");
+    writeTestFile(path(u"d/e/c"_s), "x");
+    const LockedFile lock(locked);
+    if (!lock.isActive())
+        QSKIP("No file can be locked against its removal here");
+    QVERIFY(!s3Dir(path(u"d"_s)).removeRecursively(true));
+    QCOMPARE(QDir(path(u"d"_s)).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList{u"b"_s});
+}
+
+void tst_s3Dir::staticFilePath()
+{
+    QCOMPARE(s3Dir::filePath(u""_s, u"a\\b.log"_s), u"a/b.log"_s);
+    QCOMPARE(s3Dir::filePath(u"x\\y"_s, u"b.log"_s), u"x/y/b.log"_s);
+    QCOMPARE(s3Dir::filePath(u"."_s, u"b.log"_s), u"./b.log"_s);
+}
+
+void tst_s3Dir::pathsOfNamesTakeBackslashes()
+{
+    const s3Dir directory(u"/x\\y"_s);
+    QCOMPARE(directory.filePath(u"z\\a"_s), u"/x/y/z/a"_s);
+    QCOMPARE(directory.absoluteFilePath(u"z\\a"_s), QDir(u"/x/y"_s).absoluteFilePath(u"z/a"_s));
 }
 
 void tst_s3Dir::workingDirectoryIsTraced()

@@ -1,9 +1,12 @@
 // s3File on a real disk. The trace lines end here: this program has a writer of its own in place of the library's.
 
+#include "lockedfile.h"
+#include "nofreefiles.h"
 #include "s3file.h"
 #include "s3fileinfo.h"
 #include "s3testflags.h"
 #include "s3trace.h"
+#include "smalldisk.h"
 #include "testfile.h"
 #include "unprivileged.h"
 
@@ -64,6 +67,10 @@ private Q_SLOTS:
     void ownErrorWinsOverFallback();
     void fullDiskIsTranslated();
     void deniedAccessIsTranslated();
+    void missingDescriptorsAreTranslated();
+    void copyFileToFullDiskLeavesNothing();
+    void lockedFileStays();
+    void copyFileOnLockedTarget();
     void otherErrorStringsStay();
     void copyFileReplacesTarget();
     void copyFileReplacesReadOnlyTarget();
@@ -283,6 +290,79 @@ void tst_s3File::deniedAccessIsTranslated()
     QCOMPARE(file.translatedErrorString(), u"Zugriff verweigert"_s);
 }
 
+void tst_s3File::missingDescriptorsAreTranslated()
+{
+    s3File file(writeTestFile(path(u"a"_s), "x"));
+    {
+        const NoFreeFiles limit;
+        if (!limit.isActive())
+            QSKIP("This system has no limit of open files to set");
+        QVERIFY(!file.open(QIODevice::ReadOnly));
+    }
+    QCOMPARE(file.error(), QFileDevice::ResourceError);
+    QCOMPARE(file.errorText(QFileDevice::OpenError),
+             u"Fehlende Systemressourcen beim Zugriff auf die Datei %1.\n"
+             u"Es sind in diesem Prozess zuviele Dateien geöffnet."_s.arg(file.fileName()));
+}
+
+void tst_s3File::copyFileToFullDiskLeavesNothing()
+{
+    const QString disk = path(u"disk"_s);
+    QVERIFY(QDir().mkpath(disk));
+    const SmallDisk full(disk);
+    if (!full.isActive())
+        QSKIP("This process may not mount a disk");
+    const QByteArray large(100'000, 'x');
+    const QString from = writeTestFile(path(u"a"_s), large);
+    const QString to = disk + u"/b"_s;
+    QFileDevice::FileError code = QFileDevice::NoError;
+    QString text;
+    QVERIFY(!s3File::copyFile(from, to, true, &code, &text));
+    QCOMPARE(code, QFileDevice::CopyError);
+    QVERIFY(text.startsWith(u"Datei %1 konnte nicht nach %2 kopiert werden.\n"_s.arg(from, to)));
+    QCOMPARE(contents(from), large);
+    QCOMPARE(QDir(disk).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList());
+
+    s3File file(to);
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    while (file.write(large) > 0) {
+    }
+    QCOMPARE(file.errorText(QFileDevice::NoError),
+             u"Fehlende Systemressourcen beim Zugriff auf die Datei %1.\nzu wenig Speicherplatz"_s.arg(to));
+}
+
+void tst_s3File::lockedFileStays()
+{
+    s3File file(writeTestFile(path(u"a"_s), "x"));
+    const LockedFile lock(file.fileName());
+    if (!lock.isActive())
+        QSKIP("No file can be locked against its removal here");
+    const auto before = QFile::permissions(file.fileName());
+    QVERIFY(!file.remove(false));
+    QVERIFY(!file.remove(true));
+    QVERIFY(file.exists());
+    QCOMPARE(QFile::permissions(file.fileName()), before);
+    QCOMPARE(file.error(), LockedFile::errorOfRemoval());
+}
+
+void tst_s3File::copyFileOnLockedTarget()
+{
+    const QString from = writeTestFile(path(u"a"_s), "new");
+    const QString to = writeTestFile(path(u"b"_s), "old");
+    {
+        const LockedFile lock(to);
+        if (!lock.isActive())
+            QSKIP("No file can be locked against its removal here");
+        QFileDevice::FileError code = QFileDevice::NoError;
+        QString text;
+        QVERIFY(!s3File::copyFile(from, to, true, &code, &text));
+        QCOMPARE(code, LockedFile::errorOfRemoval());
+        QCOMPARE(text.count(u'\n'), 1);
+        QVERIFY(text.section(u'\n', 0, 0).contains(to));
+    }
+    QCOMPARE(contents(to), "old");
+}
+
 void tst_s3File::otherErrorStringsStay()
 {
     const s3File file(u"a"_s);
@@ -374,7 +454,7 @@ void tst_s3File::copyFileOnLinkToItselfReplacesLink()
     if (!QFile::link(from, path(u"link.lnk"_s)))
         QSKIP("Links can't be made here");
     QVERIFY(s3File::copyFile(from, path(u"link.lnk"_s), true));
-    QVERIFY(!QFileInfo(path(u"link.lnk"_s)).isSymLink());
+    QVERIFY(!QFileInfo(path(u"link.lnk"_s)).isSymbolicLink());
     QCOMPARE(contents(from), "x");
     QCOMPARE(contents(path(u"link.lnk"_s)), "x");
 }

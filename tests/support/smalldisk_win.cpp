@@ -1,0 +1,8 @@
+#include "smalldisk.h"
+
+SmallDisk::SmallDisk(const QString &directory)
+    : m_directory(directory)
+{
+}
+
+SmallDisk::~SmallDisk() = default;
