@@ -10,7 +10,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// A text that code page 850 holds too, with a character beyond ASCII in each twelve.
+/// A text that code page 850 holds too, with a few characters beyond ASCII in each line.
 QString textOfReports(qint64 size)
 {
     const QString line = u"Fehler beim Öffnen der Datei \"C:/Büro/Größe.txt\": Zugriff verweigert.\n"_s;

@@ -15,3 +15,11 @@ s3ExperimentalFeatures *s3ExperimentalFeatures::instance()
         features = new s3ExperimentalFeatures;
     return features;
 }
+
+namespace {
+
+// Made before there is a second thread: the creation has no lock.
+[[maybe_unused]] const s3DisabledFeatures *const disabledBeforeMain = s3DisabledFeatures::instance();
+[[maybe_unused]] const s3ExperimentalFeatures *const experimentalBeforeMain = s3ExperimentalFeatures::instance();
+
+} // namespace

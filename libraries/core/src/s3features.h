@@ -15,7 +15,7 @@ class s3Features : public QMultiMap<QString, bool>
 class s3DisabledFeatures : public s3Features, public s3Singleton<s3DisabledFeatures>
 {
 public:
-    /// Made on the first call, which has to come from the main thread; never null.
+    /// Never null. Made on the first call, at the latest by a static initialiser of the core.
     [[nodiscard]] static s3DisabledFeatures *instance();
 
 private:
@@ -26,7 +26,7 @@ private:
 class s3ExperimentalFeatures : public s3Features, public s3Singleton<s3ExperimentalFeatures>
 {
 public:
-    /// Made on the first call, which has to come from the main thread; never null.
+    /// Never null. Made on the first call, at the latest by a static initialiser of the core.
     [[nodiscard]] static s3ExperimentalFeatures *instance();
 
 private:

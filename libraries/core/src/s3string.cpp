@@ -51,7 +51,7 @@ double s3String::toDouble(const QString &text, const QString &decimalSeparator, 
 QString s3String::formatNumber(double value, int decimals, const QString &decimalSeparator,
                                const QString &groupSeparator)
 {
-    // A value such as 0.125 may be held a hair below itself; without the guard it would be rounded down.
+    // A value such as 1.005 is held a hair below itself; without the guard it would be rounded down.
     constexpr double guard = 1e-10;
     QString text = QString::number(value + (value >= 0 ? guard : -guard), 'f', decimals);
     if (decimals > 0) {

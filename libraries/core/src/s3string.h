@@ -12,15 +12,17 @@ class QPoint;
 class QRect;
 class QSize;
 
-/// The core's text helpers. Free functions without state; every one may be called from any thread, and none throws or
-/// shows a box. Positions and lengths count UTF-16 units. Functions that take a `QString &` change it in place.
+/// The core's text helpers. Free functions without state; unless its comment says otherwise, each may be called from
+/// any thread, and none throws or shows a box. Positions and lengths count UTF-16 units. Functions that take a `QString
+/// &` change it in place.
 namespace s3String {
 
 // Environment and message references
 
 /// Replaces `%NAME%`, then `${NAME}`, by the environment's values. A name that isn't in the environment leaves its
-/// reference as it is. Names are matched as the platform's environment matches them. Test flag 277 switches the
-/// expansion off, 276 traces it.
+/// reference as it is. Names are matched as the platform's environment matches them. A value that holds a reference of
+/// the first form brings in no more than what the text refers to as well. Test flag 277 switches the expansion off, 276
+/// traces it.
 void expandEnvironmentStrings(QString &text);
 
 /// Replaces `Xmsg(number)` and `Xmsg(number,"text")` by the message dictionary's text for the number with \a asText, by
@@ -30,7 +32,8 @@ int expandMessageReferences(QString &text, bool asText);
 
 // Booleans and numbers
 
-/// True for "true" in any case with white space around it, and for a decimal number other than 0.
+/// True for "true" in any case with white space around it, and for a whole decimal number of 32 bits
+/// other than 0.
 [[nodiscard]] bool toBool(const QString &text);
 
 /// "true" or "false".
@@ -104,7 +107,8 @@ void removeTrailingLineEnd(QString &text);
 /// The length of the longest line; both "\r" and "\n" end one.
 [[nodiscard]] qsizetype longestLine(const QString &text);
 
-/// The lines \a first to \a last, counted from 1, with "\n" between them and, with \a keepLineEnd, behind them. Where
+/// The lines \a first to \a last, counted from 1, with "\n" between them and, with \a keepLineEnd, behind the last one
+/// unless that is empty. Where
 /// there is no line \a first, the text is taken from its start.
 [[nodiscard]] QString lines(const QString &text, qsizetype first, qsizetype last, bool keepLineEnd);
 
@@ -143,7 +147,8 @@ void toBackslashes(QString &text);
 [[nodiscard]] QString percentEncodeKeepingPercent(const QString &text);
 [[nodiscard]] QString percentEncode(const QString &text);
 
-/// Undoes percentEncode(), and makes blanks of "+". A "%" without two hexadecimal digits behind it stays.
+/// Undoes percentEncode(), and makes blanks of "+". A "%" without two hexadecimal digits behind it stays. What is no
+/// UTF-8 becomes U+FFFD, and a mark U+FEFF at the start is lost.
 [[nodiscard]] QString percentDecode(const QString &text);
 
 /// Each UTF-16 unit that isn't printable (a half of a surrogate pair isn't) becomes "\" and its code in at least three
@@ -156,8 +161,8 @@ void removeMnemonics(QString &text);
 /// The character behind the first single "&"; null if there is none.
 [[nodiscard]] QChar mnemonic(const QString &text);
 
-/// At most \a width characters of \a text, three of them "..." in place of what is missing: in the middle of a path, at
-/// the end of any other text. 0 and less means any width.
+/// At most \a width characters of \a text, three of them "..." in place of what is missing (in the middle of a path, at
+/// the end of any other text) unless \a width is 3 or less. 0 and less means any width.
 [[nodiscard]] QString elide(const QString &text, int width);
 
 /// Each "vexa ERP" becomes "Vexa".

@@ -1,6 +1,7 @@
 #include "s3replaceall.h"
 #include "s3string.h"
 #include "s3trace.h"
+#include "s3wellformed.h"
 
 #include <QProcessEnvironment>
 #include <QRegularExpression>
@@ -14,23 +15,21 @@ namespace {
 void expandReferences(QString &text, const QRegularExpression &pattern, QChar closing,
                       const QProcessEnvironment &environment)
 {
-    // The matches are those of the text before this pass: a reference that a value brings in isn't expanded by it. What
-    // is behind the last closing character can't match, but would be tried from every opening one.
-    QRegularExpressionMatchIterator matches = pattern.globalMatch(text.first(text.lastIndexOf(closing) + 1));
-    QSet<QString>
-        gone; // what the text doesn't hold any more: a reference that was there a million times is many matches
+    // The matches are those of the text before this pass. What is behind the last closing character can't match, but
+    // would be tried from every opening one.
+    const QString before = text.first(text.lastIndexOf(closing) + 1);
+    QRegularExpressionMatchIterator matches = pattern.globalMatch(s3WellFormed(before));
+    // Each reference is replaced once, wherever it stands. What its own value brings in stays: replaced with each
+    // further match, a variable that holds its own name twice would fill the memory.
+    QSet<QString> replaced;
     while (matches.hasNext()) {
         const QRegularExpressionMatch match = matches.next();
-        const QString reference = match.captured(1);
+        const QString reference = before.sliced(match.capturedStart(1), match.capturedLength(1));
         const QString name = match.captured(2);
-        if (gone.contains(reference) || !environment.contains(name))
+        if (replaced.contains(reference) || !environment.contains(name))
             continue;
-        if (text.contains(reference)) {
-            text = s3ReplaceAll(text, reference, environment.value(name));
-            gone.clear();
-        } else {
-            gone.insert(reference);
-        }
+        text = s3ReplaceAll(text, reference, environment.value(name));
+        replaced.insert(reference);
     }
 }
 

@@ -1,5 +1,7 @@
 #include "s3string.h"
 
+#include "s3wellformed.h"
+
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -57,8 +59,14 @@ qsizetype s3String::findWord(const QString &text, const QString &word, qsizetype
 
 QStringList s3String::splitAtBlanks(const QString &text)
 {
-    static const QRegularExpression blanks(u"\\s+"_s);
-    return text.split(blanks, Qt::SkipEmptyParts);
+    static const QRegularExpression part(u"\\S+"_s);
+    QStringList parts;
+    QRegularExpressionMatchIterator matches = part.globalMatch(s3WellFormed(text));
+    while (matches.hasNext()) {
+        const QRegularExpressionMatch match = matches.next();
+        parts.append(text.sliced(match.capturedStart(), match.capturedLength()));
+    }
+    return parts;
 }
 
 bool s3String::isBlank(const QString &text)

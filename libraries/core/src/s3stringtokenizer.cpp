@@ -1,38 +1,16 @@
 #include "s3stringtokenizer.h"
 
 #include "s3string.h"
+#include "s3wellformed.h"
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-bool splitsPair(const QString &text, qsizetype position)
-{
-    return position > 0 && position < text.size() && text.at(position - 1).isHighSurrogate() &&
-           text.at(position).isLowSurrogate();
-}
-
-QString wellFormed(QString text)
-{
-    if (text.isValidUtf16())
-        return text;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (splitsPair(text, i + 1))
-            ++i;
-        else if (text.at(i).isSurrogate())
-            text[i] = QChar::ReplacementCharacter;
-    }
-    return text;
-}
-
-} // namespace
 
 s3StringTokenizer::s3StringTokenizer(const QString &text, const QString &delimiters, bool trim)
     : m_text(text)
     , m_trim(trim)
     , m_tokenPattern(tokenPattern(delimiters))
     , m_delimiterPattern(delimiterPattern(delimiters))
-    , m_subject(wellFormed(text))
+    , m_subject(s3WellFormed(text))
 {
 }
 
@@ -90,8 +68,8 @@ qsizetype s3StringTokenizer::find(const QRegularExpression &pattern, qsizetype f
     if (!pattern.isValid()) // matching it would write a warning into the log
         return -1;
     // The subject is known to be well-formed. The check is one of all that follows, for each token anew.
-    const auto option = splitsPair(m_subject, from) ? QRegularExpression::NoMatchOption
-                                                    : QRegularExpression::DontCheckSubjectStringMatchOption;
+    const auto option = s3SplitsPair(m_subject, from) ? QRegularExpression::NoMatchOption
+                                                      : QRegularExpression::DontCheckSubjectStringMatchOption;
     return pattern.match(m_subject, from, QRegularExpression::NormalMatch, option).capturedStart();
 }
 

@@ -12,7 +12,8 @@ public:
     /// With \a trim, blanks are removed from both ends of the tokens that nextToken() without arguments gives.
     s3StringTokenizer(const QString &text, const QString &delimiters, bool trim);
 
-    /// The next token, empty when there is none left. Valid until the next call.
+    /// The next token, empty when there is none left, but also where trimming leaves nothing of one. Valid until the
+    /// next call.
     const QString &nextToken();
 
     /// The same with other delimiters for this one token; empty ones mean those of the object.

@@ -14,7 +14,7 @@ class s3TestFlags : public QSet<qint32>
 class s3TestFlagsGUI : public s3TestFlags, public s3Singleton<s3TestFlagsGUI>
 {
 public:
-    /// Made on the first call, which has to come from the main thread; never null. Fit for static initialisers.
+    /// Never null. Made on the first call, at the latest by a static initialiser of the core; fit for those of others.
     [[nodiscard]] static s3TestFlagsGUI *instance()
     {
         if (s_instance == nullptr) [[unlikely]]

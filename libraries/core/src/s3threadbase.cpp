@@ -8,6 +8,8 @@
 
 #include <QCoreApplication>
 
+#include <climits>
+
 using namespace Qt::Literals::StringLiterals;
 
 s3ThreadBase::s3ThreadBase()
@@ -49,6 +51,8 @@ bool s3ThreadBase::start()
 {
     m_started = isRunning();
     if (!m_started) {
+        // A former run counts as ended before slotFinished() has been called for it, which looks at the mark.
+        QThread::wait();
         m_runFinished = false;
         QThread::start(QThread::InheritPriority);
         m_started = isRunning() || m_runFinished;
@@ -76,6 +80,11 @@ bool s3ThreadBase::wait(QDeadlineTimer deadline)
     if (hasEnded)
         s3RaceChecker::takeOver(this);
     return hasEnded;
+}
+
+bool s3ThreadBase::wait(unsigned long time)
+{
+    return wait(time == ULONG_MAX ? QDeadlineTimer(QDeadlineTimer::Forever) : QDeadlineTimer(qint64(time)));
 }
 
 bool s3ThreadBase::event(QEvent *event)

@@ -33,6 +33,8 @@ public:
 
     /// As QThread's, for what the thread has done to be known to a race checker as well.
     bool wait(QDeadlineTimer deadline = QDeadlineTimer(QDeadlineTimer::Forever));
+    /// In milliseconds.
+    bool wait(unsigned long time);
 
     using QThread::quit;
     /// Asks the thread's event loop to end. With \a waitEnd it waits for the end, 5000 milliseconds at most: a thread

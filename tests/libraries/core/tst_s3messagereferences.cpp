@@ -13,7 +13,7 @@ private Q_SLOTS:
     void expandMessageReferences_data();
     void expandMessageReferences();
     void symbolsStandInParentheses();
-    void replacementIsNotScannedAgain();
+    void openingInFrontOfAReferenceStays();
     void unbalancedReferenceEndsTheScan();
 };
 
@@ -58,9 +58,8 @@ void tst_s3MessageReferences::symbolsStandInParentheses()
     QCOMPARE(text, u"a (%1) (%2)"_s.arg(messageSymbol(7), messageSymbol(8)));
 }
 
-void tst_s3MessageReferences::replacementIsNotScannedAgain()
+void tst_s3MessageReferences::openingInFrontOfAReferenceStays()
 {
-    // The placeholder and what follows would be a reference together.
     QString text = u"Xmsg(Xmsg(7)"_s;
     QCOMPARE(s3String::expandMessageReferences(text, true), 0);
     QCOMPARE(text, u"Xmsg(Xmsg(7)"_s);

@@ -59,6 +59,12 @@ void tst_s3String::expandEnvironmentStrings_data()
     QTest::newRow("empty variable") << u"[%LL_EMPTY%]"_s << u"[]"_s;
     QTest::newRow("a value isn't expanded by its own pass") << u"%LL_PERCENT%"_s << u"%LL_A%"_s;
     QTest::newRow("a value that holds itself") << u"%LL_SELF%%LL_SELF%"_s << u"%LL_SELF%%LL_SELF%"_s;
+    QTest::newRow("a value that holds itself and more")
+        << u"%LL_GROW% %LL_GROW% %LL_GROW%"_s << u"x%LL_GROW%%LL_GROW% x%LL_GROW%%LL_GROW% x%LL_GROW%%LL_GROW%"_s;
+    QTest::newRow("unpaired surrogates around")
+        << QString(QChar(0xd800)) + u"%LL_A%"_s + QChar(0xdc00) << QString(QChar(0xd800)) + u"alpha"_s + QChar(0xdc00);
+    QTest::newRow("unpaired surrogate in the name")
+        << u"%LL_"_s + QChar(0xd800) + u"%%LL_A%"_s << u"%LL_"_s + QChar(0xd800) + u"%alpha"_s;
     QTest::newRow("dollar without closing brace") << u"${LL_A ${LL_A}${"_s << u"${LL_A ${LL_A}${"_s;
     QTest::newRow("nothing between braces") << u"${}${LL_A}"_s << u"${}alpha"_s;
     QTest::newRow("a value that brings a later reference") << u"%LL_PERCENT%%LL_A%"_s << u"alphaalpha"_s;
@@ -73,6 +79,7 @@ void tst_s3String::expandEnvironmentStrings()
     qputenv("LL_PERCENT", "%LL_A%");
     qputenv("LL_DOLLAR", "${LL_B}");
     qputenv("LL_SELF", "%LL_SELF%");
+    qputenv("LL_GROW", "x%LL_GROW%%LL_GROW%");
 
     QFETCH(QString, text);
     if (text.contains(u"LL_EMPTY"_s) && !qEnvironmentVariableIsSet("LL_EMPTY"))

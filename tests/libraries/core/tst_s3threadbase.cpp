@@ -12,6 +12,7 @@
 #include <QSemaphore>
 #include <QTest>
 
+#include <climits>
 #include <thread>
 #include <type_traits>
 
@@ -31,6 +32,8 @@ private Q_SLOTS:
     void startOfARunningThreadChangesNothing();
     void startOfAThreadThatEndsAtOnce();
     void startOnceMore();
+    void startWhileTheFormerRunComesToItsEnd();
+    void waitTakesMilliseconds();
     void priorityIsThatOfTheCaller();
     void quitWithoutWaitingReturnsAtOnce();
     void quitWaitsForTheEnd();
@@ -108,10 +111,12 @@ public:
     }
     void release() { m_semaphore.release(); }
     std::atomic<int> priorityInRun = -1;
+    std::atomic<int> runs = 0;
 
 protected:
     void run() override
     {
+        ++runs;
         priorityInRun = priority();
         m_semaphore.acquire();
         runFinish();
@@ -189,10 +194,18 @@ void tst_s3ThreadBase::startOfARunningThreadChangesNothing()
 {
     BlockedThread thread;
     QVERIFY(thread.start());
+    QTRY_VERIFY(thread.priorityInRun >= 0);
+    thread.end();
     QVERIFY(thread.start());
+    QVERIFY(thread.isStarted());
+    // The mark of the run stays: on this thread the only failure left is that this isn't the worker.
+    QVERIFY(isAssertion(failedAssertion([&thread] { thread.slotFinished(); }), u"! currentIsMainThread()"_s, sourceFile,
+                        224, u"s3ThreadBase::assertNotInMainThread"_s));
+    onAnotherThread([&thread] { QCOMPARE(failedAssertion([&thread] { thread.slotFinished(); }), QString()); });
     thread.release();
     QVERIFY(thread.wait());
     QVERIFY(thread.isFinished());
+    QCOMPARE(thread.runs.load(), 1);
 }
 
 void tst_s3ThreadBase::startOfAThreadThatEndsAtOnce()
@@ -210,6 +223,27 @@ void tst_s3ThreadBase::startOnceMore()
     QVERIFY(thread.start());
     QVERIFY(thread.wait());
     QVERIFY(thread.start());
+}
+
+void tst_s3ThreadBase::startWhileTheFormerRunComesToItsEnd()
+{
+    // It counts as finished before it has looked whether its run came to the end, which a new start takes back.
+    for (int i = 0; i < 500; ++i) {
+        ShortThread thread;
+        QVERIFY(thread.start());
+        while (!thread.isFinished())
+            continue;
+        QVERIFY(thread.start());
+    }
+}
+
+void tst_s3ThreadBase::waitTakesMilliseconds()
+{
+    BlockedThread thread;
+    QVERIFY(thread.start());
+    QVERIFY(!thread.wait(1));
+    thread.release();
+    QVERIFY(thread.wait(ULONG_MAX));
 }
 
 void tst_s3ThreadBase::priorityIsThatOfTheCaller()
@@ -247,14 +281,18 @@ void tst_s3ThreadBase::quitWaitsFiveSecondsAtMost()
     timer.start();
     thread.quit(true);
     QVERIFY(timer.elapsed() >= 4990);
+    QVERIFY(timer.elapsed() < 20'000); // what a loaded machine adds
     QVERIFY(thread.isRunning());
 }
 
 void tst_s3ThreadBase::quitOfAThreadThatDoesNotRun()
 {
+    s3TestFlagsGUI::instance()->insert(110);
     ShortThread thread;
+    s3TestausProxy::instance()->setCallback(record);
     thread.quit(true);
-    QVERIFY(!thread.isFinished());
+    QCOMPARE(written.size(), 1); // and no second one with the time that it has waited
+    QVERIFY(written.first().endsWith(u" waitEnd=true"_s));
 }
 
 void tst_s3ThreadBase::finishedOnTheMainThread()

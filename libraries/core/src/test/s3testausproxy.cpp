@@ -7,10 +7,12 @@
 #include "s3trace.h"
 
 #include <QCoreApplication>
+#include <QMutex>
 #include <QScopeGuard>
 #include <QTime>
 
 #include <atomic>
+#include <mutex>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -18,12 +20,20 @@ namespace {
 
 std::atomic_bool proxyExists = false;
 
+// Only one thread may take what belongs to none.
+QMutex moveMutex;
+
 } // namespace
 
 s3TestausProxy::s3TestausProxy()
     : m_private(std::make_unique<s3TestausProxyPrivate>())
 {
     proxyExists = true;
+    if (QCoreApplication::instance() == nullptr) {
+        // Nobody knows yet whether this is the main thread. Qt lets any thread take what belongs to none.
+        moveToThread(nullptr);
+        m_private->moveToThread(nullptr);
+    }
 }
 
 s3TestausProxy::~s3TestausProxy() = default;
@@ -43,14 +53,22 @@ bool s3TestausProxy::exists()
 void s3TestausProxy::moveToMainThread()
 {
     const QCoreApplication *const application = QCoreApplication::instance();
-    if (application == nullptr || s3ThreadBase::currentIsMainThread())
+    if (application == nullptr)
         return;
     QThread *const mainThread = application->thread();
     S3_ASSERT_AT(mainThread != nullptr, "mainThread != nullptr", QString(), 67, "s3TestausProxy::moveToMainThread");
-    if (thread() != QThread::currentThread())
+    if (thread() == mainThread)
         return;
-    m_private->moveToThread(mainThread);
-    moveToThread(mainThread);
+    const std::lock_guard lock(moveMutex);
+    QThread *const currentThread = QThread::currentThread();
+    if (thread() == nullptr) {
+        m_private->moveToThread(currentThread);
+        moveToThread(currentThread);
+    }
+    if (thread() == currentThread && currentThread != mainThread) {
+        m_private->moveToThread(mainThread);
+        moveToThread(mainThread);
+    }
 }
 
 void s3TestausProxy::write(const QString &text, bool endOfLine)
@@ -65,7 +83,7 @@ void s3TestausProxy::write(const QString &text, bool endOfLine)
     if (m_private->isCalledByFlush())
         return;
     // On its first call this writes a line of its own, which must not come into the middle of the one that starts here.
-    if (!s3ThreadBase::currentIsMainThread())
+    if (!m_private->isOnThisThread())
         static_cast<void>(s3TestausProxyPrivatFlushEvent::type());
 
     const bool isFirstPiece = m_private->beginPiece();

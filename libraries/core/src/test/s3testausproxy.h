@@ -27,8 +27,9 @@ public:
     /// Whether there is one, without making it.
     [[nodiscard]] static bool exists();
 
-    /// Puts the proxy onto the main thread when the caller isn't on it and there is an application. Qt allows that to
-    /// the thread that the proxy has been made on, for which instance() does it; for others it does nothing.
+    /// Puts the proxy onto the main thread when there is an application. Qt allows that to the thread that the proxy is
+    /// on, for which instance() does it, and to any thread if it has been made before the application; for others it
+    /// does nothing.
     void moveToMainThread();
 
     /// Without an application, and without anyone who wants output, this does nothing. Pieces without \a endOfLine and

@@ -8,6 +8,7 @@
 
 #include <QCoreApplication>
 #include <QScopedValueRollback>
+#include <QThread>
 
 #include <mutex>
 
@@ -38,7 +39,7 @@ void s3TestausProxyPrivate::enqueue(const QString &text, bool endOfLine)
     if (QCoreApplication::instance() == nullptr)
         return;
 
-    if (s3ThreadBase::currentIsMainThread()) {
+    if (isOnThisThread()) {
         // Other threads append while they hold lineMutex, as the caller does: it can only be a flush that is in the
         // way.
         if (queueMutex.tryLock()) {
@@ -102,5 +103,10 @@ void s3TestausProxyPrivate::put(const Entry &entry, bool toDebugger, bool toFile
 
 bool s3TestausProxyPrivate::isCalledByFlush() const
 {
-    return s3ThreadBase::currentIsMainThread() && m_isFlushing;
+    return isOnThisThread() && m_isFlushing;
+}
+
+bool s3TestausProxyPrivate::isOnThisThread() const
+{
+    return thread() == QThread::currentThread();
 }

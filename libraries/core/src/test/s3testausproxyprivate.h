@@ -35,6 +35,9 @@ public:
     void flush();
     /// Whether the caller has been called by a flush; false on all threads but the main one.
     [[nodiscard]] bool isCalledByFlush() const;
+    /// Whether the caller is on the main thread, on which this object is once there is an application. Doesn't ask the
+    /// application, which may just be going.
+    [[nodiscard]] bool isOnThisThread() const;
 
     /// Waiting output, oldest first.
     QList<Entry> queue;

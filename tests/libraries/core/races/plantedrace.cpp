@@ -1,5 +1,6 @@
-// usage: plantedrace WAY [race]: two threads work on one thing, in order by one of the ways of the core, or without it
-// if "race" is given. It is to show what a race checker sees and what it doesn't complain about.
+// usage: plantedrace WAY [race | wrong]: two threads work on one thing, in order by one of the ways of the core, or
+// without it if "race" is given. With "wrong" they go that way, but each by a lock or an address of its own. It is to
+// show what a race checker sees and what it doesn't complain about.
 
 #include "s3mutex.h"
 #include "test/s3testausproxyprivate.h"
@@ -7,6 +8,7 @@
 #include <QCoreApplication>
 #include <QMutex>
 
+#include <array>
 #include <atomic>
 #include <latch>
 #include <thread>
@@ -16,56 +18,60 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 bool race = false;
+bool wrong = false;
 
-/// Calls \a function many times on each of two threads that run at the same time. Neither ends before the other has
-/// done its part, nor does much in between: a checker remembers only so much of a thread, and less of one that has
-/// ended.
+/// Calls \a function many times on each of two threads, with 0 and with 1, that run at the same time. Neither ends
+/// before the other has done its part, nor does much in between: a checker remembers only so much of a thread, and less
+/// of one that has ended.
 template<typename Function>
 void onTwoThreads(Function function)
 {
     std::latch begun(2);
     std::latch done(2);
-    const auto run = [&] {
+    const auto run = [&](size_t thread) {
         begun.arrive_and_wait();
         // A lock is to be fought for, since only its slow way lies in Qt's own code.
-        for (int i = 0; i < (race ? 500 : 20'000); ++i) {
-            function();
+        for (int i = 0; i < (race || wrong ? 500 : 20'000); ++i) {
+            function(thread);
             if (i % 100 == 0)
                 std::this_thread::yield();
         }
         done.arrive_and_wait();
     };
-    std::thread other(run);
-    run();
+    std::thread other(run, 1);
+    run(0);
     other.join();
 }
 
 template<typename Mutex>
 void counted()
 {
-    Mutex mutex;
+    std::array<Mutex, 2> mutexes;
     int count = 0;
-    onTwoThreads([&] {
+    onTwoThreads([&](size_t thread) {
+        Mutex &mutex = mutexes[wrong ? thread : 0];
         if (!race)
             mutex.lock();
         ++count;
         if (!race)
             mutex.unlock();
     });
-    if (!race && count != 40'000)
+    if (!race && !wrong && count != 40'000)
         qFatal("The lock doesn't lock");
 }
 
 void countedByTheOutput()
 {
     s3TestausProxyPrivate output;
-    onTwoThreads([&output] {
+    onTwoThreads([&output](size_t) {
         if (!race)
             output.lineDepthMutex.lock();
         ++output.lineDepth;
         if (!race)
             output.lineDepthMutex.unlock();
     });
+    if (!race && output.lineDepth != 40'000)
+        qFatal("The lock doesn't lock");
 }
 
 class PlantedEvent : public s3CustomEventBase<PlantedEvent>
@@ -101,7 +107,7 @@ void posted()
             auto *const event = new PlantedEvent;
             event->number = 1;
             if (!race)
-                s3RaceChecker::handOver(event);
+                s3RaceChecker::handOver(wrong ? static_cast<const void *>(&receiver) : event);
             QCoreApplication::postEvent(&receiver, event);
             while (receiver.sum.load(std::memory_order_relaxed) <= i)
                 std::this_thread::yield();
@@ -150,6 +156,7 @@ int main(int argc, char *argv[])
     const QCoreApplication application(argc, argv);
     const QString way = QCoreApplication::arguments().value(1);
     race = QCoreApplication::arguments().value(2) == u"race"_s;
+    wrong = QCoreApplication::arguments().value(2) == u"wrong"_s;
     // A checker may miss a race once, when both threads do their part in the very same moment.
     for (int round = 0; round < 10; ++round) {
         if (!run(way))

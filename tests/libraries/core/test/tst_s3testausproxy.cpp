@@ -3,6 +3,7 @@
 #include "assertion.h"
 #include "debuggeroutput.h"
 #include "protocol/s3logstream.h"
+#include "s3threadbase.h"
 #include "s3trace.h"
 #include "test/s3testausproxyprivate.h"
 
@@ -79,9 +80,12 @@ QStringList writtenTexts()
 
 const bool existedBefore = s3TestausProxy::exists();
 const bool writtenBeforeMain = [] {
-    s3TestausProxy::instance()->setCallback(record);
-    s3TestausProxy::instance()->write(u"too early"_s, true);
-    s3TestausProxy::instance()->setCallback(nullptr);
+    // Not on this thread, so that the tests have a proxy which is made where it mustn't stay.
+    std::thread([] {
+        s3TestausProxy::instance()->setCallback(record);
+        s3TestausProxy::instance()->write(u"too early"_s, true);
+        s3TestausProxy::instance()->setCallback(nullptr);
+    }).join();
     return !written.isEmpty();
 }();
 
@@ -132,6 +136,7 @@ void tst_s3TestausProxy::instanceStays()
 {
     QCOMPARE(s3TestausProxy::instance(), s3TestausProxy::instance());
     QCOMPARE(proxy().thread(), QCoreApplication::instance()->thread());
+    QVERIFY(s3ThreadBase::currentIsMainThread());
 }
 
 void tst_s3TestausProxy::nothingWithoutAFlag()
