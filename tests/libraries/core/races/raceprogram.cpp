@@ -13,7 +13,9 @@
 #include <QCoreApplication>
 #include <QTemporaryDir>
 
+#include <atomic>
 #include <cstdio>
+#include <semaphore>
 #include <thread>
 #include <vector>
 
@@ -55,6 +57,13 @@ void firstUse()
     atOnce(8, [] { expect(s3QEventProtocol::eventName(PassedEvent::type()) == u"class PassedEvent"_s, "event name"); });
 }
 
+void endOutput()
+{
+    s3TestausProxy::instance()->setCallback(nullptr);
+    s3TestFlagsGUI::instance()->clear();
+    writtenLines().clear();
+}
+
 void linesOfManyThreads(bool withTime)
 {
     const QTemporaryDir directory;
@@ -65,10 +74,55 @@ void linesOfManyThreads(bool withTime)
     writeFromThreads(8);
     const QString what = fault(writtenLines(), 9, withTime);
     expect(what.isEmpty(), qUtf8Printable(what));
-    s3TestausProxy::instance()->setCallback(nullptr);
-    s3TestFlagsGUI::instance()->clear();
     s3LogStream::closeChannel(u"testaus"_s);
-    writtenLines().clear();
+    endOutput();
+}
+
+/// The event loop runs only when all are queued.
+void linesInTheQueue()
+{
+    s3TestausProxy::instance()->setCallback(recordLine);
+    std::atomic<int> next = 0;
+    atOnce(8, [&next] { writeLines(next++); });
+    QCoreApplication::processEvents();
+    const QString what = fault(writtenLines(), 8, false);
+    expect(what.isEmpty(), qUtf8Printable(what));
+    endOutput();
+}
+
+/// Each line while the flush of the one before may still be running.
+void linesOneByOne()
+{
+    constexpr int rounds = 500;
+    s3TestausProxy::instance()->setCallback(recordLine);
+    std::counting_semaphore<> next(0);
+    std::thread thread([&next] {
+        for (int round = 0; round < rounds; ++round) {
+            next.acquire();
+            s3TestausProxy::instance()->write(QString::number(round), true);
+        }
+    });
+    for (int round = 0; round < rounds; ++round) {
+        next.release();
+        while (writtenLines().size() <= round)
+            QCoreApplication::processEvents();
+    }
+    thread.join();
+    expect(writtenLines().size() == rounds, "each line once");
+    endOutput();
+}
+
+/// A callback that writes, which is dropped, while other threads are in the middle of a line.
+void callbackThatWrites()
+{
+    s3TestausProxy::instance()->setCallback([](const QString &text, bool endOfLine) {
+        recordLine(text, endOfLine);
+        s3TestausProxy::instance()->write(u"dropped"_s, true);
+    });
+    writeFromThreads(8);
+    const QString what = fault(writtenLines(), 9, false);
+    expect(what.isEmpty(), qUtf8Printable(what));
+    endOutput();
 }
 
 class Receiver : public QObject
@@ -131,9 +185,7 @@ void workers(bool deleteThemselves)
     if (!deleteThemselves)
         qDeleteAll(threads);
     expect(receiver.sum == 800, "each event once");
-    s3TestausProxy::instance()->setCallback(nullptr);
-    s3TestFlagsGUI::instance()->clear();
-    writtenLines().clear();
+    endOutput();
 }
 
 } // namespace
@@ -145,6 +197,9 @@ int main(int argc, char *argv[])
     firstUse();
     linesOfManyThreads(false);
     linesOfManyThreads(true);
+    linesInTheQueue();
+    linesOneByOne();
+    callbackThatWrites();
     workers(false);
     workers(true);
     return failed ? 1 : 0;
