@@ -1,5 +1,6 @@
 #include "activeqtobject.h"
 
+#include "callpatience.h"
 #include "comapartment.h"
 
 #include <QAxObject>
@@ -27,6 +28,7 @@ AutomationObject *ActiveQtObject::querySubObject(const char *name, const QVarian
 {
     if (!canCall(name, arguments))
         return nullptr;
+    const CallPatience::Operation operation(CallPatience::ofProcess());
     QVariantList values = arguments;
     std::unique_ptr<QAxObject> object(m_object->querySubObject(name, values));
     return object != nullptr ? new ActiveQtObject(m_apartment, std::move(object), this) : nullptr;
@@ -36,17 +38,24 @@ QVariant ActiveQtObject::dynamicCall(const char *name, const QVariantList &argum
 {
     if (!canCall(name, arguments))
         return {};
+    const CallPatience::Operation operation(CallPatience::ofProcess());
     QVariantList values = arguments;
     return m_object->dynamicCall(name, values);
 }
 
 QVariant ActiveQtObject::property(const char *name)
 {
+    if (!canUseProperty(name))
+        return {};
+    const CallPatience::Operation operation(CallPatience::ofProcess());
     return hasProperty(name, false) ? m_object->property(name) : QVariant();
 }
 
 bool ActiveQtObject::setProperty(const char *name, const QVariant &value)
 {
+    if (!canUseProperty(name))
+        return false;
+    const CallPatience::Operation operation(CallPatience::ofProcess());
     return hasProperty(name, true) && m_object->setProperty(name, value);
 }
 
@@ -63,8 +72,6 @@ void ActiveQtObject::disableMetaObject()
 
 bool ActiveQtObject::hasProperty(const char *name, bool toWrite) const
 {
-    if (!canUseProperty(name))
-        return false;
     const QMetaObject *const meta = m_object->metaObject();
     const QMetaProperty property = meta->property(meta->indexOfProperty(name));
     const bool found = toWrite ? property.isWritable() : property.isReadable();

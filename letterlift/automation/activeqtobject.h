@@ -7,7 +7,9 @@
 class ComApartment;
 class QAxObject;
 
-/// An AutomationObject on ActiveQt's QAxObject, whose operations it hands on one to one. Warnings are QAxObject's own.
+/// An AutomationObject on ActiveQt's QAxObject, whose operations it hands on one to one. What the server says to one
+/// QAxObject warns of, in its own words; what keeps an operation from being tried at all is warned of here. Since
+/// QAxObject doesn't tell how a call has ended, CallPatience hears of rejection and silence from the message filter.
 class ActiveQtObject : public AutomationObject
 {
     Q_OBJECT

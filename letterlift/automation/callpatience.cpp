@@ -1,8 +1,9 @@
 #include "callpatience.h"
 
-CallPatience::CallPatience(Duration rejections, Duration silence)
+CallPatience::CallPatience(Duration rejections, Duration silence, Duration grace)
     : m_rejectionLimit(rejections)
     , m_silenceLimit(silence)
+    , m_silenceGrace(grace)
 {
 }
 
@@ -14,18 +15,37 @@ CallPatience &CallPatience::ofProcess()
 
 std::optional<CallPatience::Duration> CallPatience::rejected()
 {
-    if (m_waited >= m_rejectionLimit)
+    if (m_waited >= m_rejectionLimit) {
+        m_givenUp = true;
         return std::nullopt;
+    }
     m_waited += interval;
     return interval;
 }
 
-void CallPatience::taken()
+bool CallPatience::unanswered(Duration elapsed)
 {
-    m_waited = Duration(0);
+    if (elapsed < (m_silent ? m_silenceGrace : m_silenceLimit))
+        return false;
+    m_silent = true;
+    m_givenUp = true;
+    return true;
 }
 
-bool CallPatience::isTooLong(Duration elapsed) const
+void CallPatience::answered()
 {
-    return elapsed >= m_silenceLimit;
+    m_waited = Duration(0);
+    m_silent = false;
+}
+
+CallPatience::Operation::Operation(CallPatience &patience)
+    : m_patience(patience)
+{
+    m_patience.m_givenUp = false;
+}
+
+CallPatience::Operation::~Operation()
+{
+    if (!m_patience.m_givenUp)
+        m_patience.answered();
 }

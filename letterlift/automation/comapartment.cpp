@@ -44,8 +44,8 @@ public:
     DWORD STDMETHODCALLTYPE MessagePending(HTASK, DWORD elapsed, DWORD) override
     {
         takeWakeUpMessages();
-        return CallPatience::ofProcess().isTooLong(CallPatience::Duration(elapsed)) ? PENDINGMSG_CANCELCALL
-                                                                                    : PENDINGMSG_WAITDEFPROCESS;
+        return CallPatience::ofProcess().unanswered(CallPatience::Duration(elapsed)) ? PENDINGMSG_CANCELCALL
+                                                                                     : PENDINGMSG_WAITDEFPROCESS;
     }
 
 private:

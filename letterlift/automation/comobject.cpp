@@ -1,12 +1,10 @@
 #include "comobject.h"
 
-#include "callpatience.h"
 #include "comapartment.h"
 #include "comenumeration.h"
 #include "comerror.h"
+#include "compatience.h"
 #include "comvariant.h"
-
-#include <QThread>
 
 #include <oleauto.h>
 
@@ -70,25 +68,6 @@ private:
     std::vector<ComVariant> m_values; // own what m_passed shows
     std::vector<VARIANT> m_passed;
 };
-
-/// Tries \a call until the server takes it. Windows asks the message filter before it returns a rejection, Wine 8
-/// doesn't; either way CallPatience has the last word.
-template<typename Call>
-HRESULT withPatience(Call call)
-{
-    CallPatience &patience = CallPatience::ofProcess();
-    for (;;) {
-        const HRESULT status = call();
-        if (!isRejection(status)) {
-            patience.taken();
-            return status;
-        }
-        const std::optional<CallPatience::Duration> pause = patience.rejected();
-        if (!pause)
-            return status;
-        QThread::msleep(ulong(pause->count()));
-    }
-}
 
 } // namespace
 

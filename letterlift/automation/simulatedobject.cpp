@@ -20,6 +20,13 @@ CallError callErrorOf(CallFault fault)
     return CallError::UnknownMember;
 }
 
+/// Whether silence ends with an answer depends on how long it is waited for.
+bool isAnswered(const ModelResult &result)
+{
+    return !result.failure ||
+           (result.failure->kind != FailureKind::Rejected && result.failure->kind != FailureKind::Silence);
+}
+
 } // namespace
 
 SimulatedObject::SimulatedObject(std::shared_ptr<OutlookServer> server, std::optional<ObjectReference> reference,
@@ -82,8 +89,8 @@ std::optional<QVariant> SimulatedObject::perform(Operation operation, const char
         QThread::msleep(ulong(pause->count()));
         result = m_server->perform(operation, *m_reference, QString::fromUtf8(name), arguments);
     }
-    if (!result.failure || result.failure->kind != FailureKind::Rejected)
-        patience.taken();
+    if (isAnswered(result))
+        patience.answered();
     if (!result.failure)
         return result.value;
     return report(name, result);
@@ -100,11 +107,12 @@ std::optional<QVariant> SimulatedObject::report(const char *name, const ModelRes
     case FailureKind::Busy:
         return result.value;
     case FailureKind::Silence:
-        if (CallPatience::ofProcess().isTooLong(CallPatience::Duration(failure.milliseconds))) {
+        if (CallPatience::ofProcess().unanswered(CallPatience::Duration(failure.milliseconds))) {
             reportCallError(name, CallError::ServerBusy);
             break;
         }
         QThread::msleep(ulong(failure.milliseconds));
+        CallPatience::ofProcess().answered();
         return result.value;
     case FailureKind::Missing:
         reportCallError(name, callErrorOf(failure.fault));

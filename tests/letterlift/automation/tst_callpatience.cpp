@@ -11,8 +11,14 @@ class tst_CallPatience : public QObject
 private Q_SLOTS:
     void rejectedCallsAreRepeatedUntilTheLimit();
     void limitIsOneForAllCalls();
-    void takenCallBringsThePatienceBack();
+    void answeredCallBringsThePatienceBack();
     void silence();
+    void silenceIsWaitedForOnce();
+    void answerBringsTheLongWaitBack();
+    void silenceIsNoAnswer();
+    void operation();
+    void operationWithRejectedCall();
+    void operationWithSilentCall();
     void intervalIsOneThatComWaitsFor();
 };
 
@@ -43,19 +49,86 @@ void tst_CallPatience::limitIsOneForAllCalls()
     QCOMPARE(repetitions(patience), 0);
 }
 
-void tst_CallPatience::takenCallBringsThePatienceBack()
+void tst_CallPatience::answeredCallBringsThePatienceBack()
 {
     CallPatience patience(300ms);
     QCOMPARE(repetitions(patience), 3);
-    patience.taken();
+    patience.answered();
     QCOMPARE(repetitions(patience), 3);
 }
 
 void tst_CallPatience::silence()
 {
-    const CallPatience patience(1s, 2s);
-    QVERIFY(!patience.isTooLong(1999ms));
-    QVERIFY(patience.isTooLong(2s));
+    CallPatience patience(1s, 2s);
+    QVERIFY(!patience.unanswered(1999ms));
+    QVERIFY(patience.unanswered(2s));
+}
+
+void tst_CallPatience::silenceIsWaitedForOnce()
+{
+    CallPatience patience(1s, 600s, 1s);
+    QVERIFY(patience.unanswered(600s));
+    for (int call = 0; call < 20; ++call) {
+        QVERIFY(!patience.unanswered(999ms));
+        QVERIFY(patience.unanswered(1s));
+    }
+}
+
+void tst_CallPatience::answerBringsTheLongWaitBack()
+{
+    CallPatience patience(1s, 600s, 1s);
+    QVERIFY(patience.unanswered(600s));
+    patience.answered();
+    QVERIFY(!patience.unanswered(599s));
+    QVERIFY(patience.unanswered(600s));
+}
+
+void tst_CallPatience::silenceIsNoAnswer()
+{
+    CallPatience patience(300ms, 2s);
+    QCOMPARE(repetitions(patience), 3);
+    QVERIFY(patience.unanswered(2s));
+    QCOMPARE(repetitions(patience), 0);
+}
+
+void tst_CallPatience::operation()
+{
+    CallPatience patience(300ms, 2s, 1s);
+    QCOMPARE(repetitions(patience), 3);
+    QVERIFY(patience.unanswered(2s));
+    {
+        const CallPatience::Operation operation(patience);
+        QVERIFY(!patience.unanswered(500ms));
+    }
+    QVERIFY(!patience.unanswered(1999ms));
+    QCOMPARE(repetitions(patience), 3);
+}
+
+void tst_CallPatience::operationWithRejectedCall()
+{
+    CallPatience patience(300ms);
+    {
+        const CallPatience::Operation operation(patience);
+        QCOMPARE(repetitions(patience), 3);
+    }
+    {
+        const CallPatience::Operation operation(patience);
+        QCOMPARE(repetitions(patience), 0);
+    }
+    {
+        const CallPatience::Operation operation(patience);
+    }
+    QCOMPARE(repetitions(patience), 3);
+}
+
+void tst_CallPatience::operationWithSilentCall()
+{
+    CallPatience patience(300ms, 2s, 1s);
+    {
+        const CallPatience::Operation operation(patience);
+        QVERIFY(patience.unanswered(2s));
+    }
+    QVERIFY(patience.unanswered(1s));
 }
 
 void tst_CallPatience::intervalIsOneThatComWaitsFor()

@@ -103,6 +103,7 @@ private Q_SLOTS:
     void helpContext();
     void rejectionIsRepeated();
     void rejectionForTooLong();
+    void cancelledCallIsNoAnswer();
     void thrownByReceiverLeavesNothingBehind();
 
 private:
@@ -428,6 +429,24 @@ void tst_ComObject::rejectionForTooLong()
     QTest::ignoreMessage(QtWarningMsg, "QAxBase: Error calling IDispatch member Send(): The server is busy");
     client->dynamicCall("Send()");
     QCOMPARE(m_script.flags.size(), 5);
+}
+
+void tst_ComObject::cancelledCallIsNoAnswer()
+{
+    HRESULT status = RPC_E_CALL_REJECTED;
+    m_script.invoke = [&status](WORD, DISPPARAMS &, VARIANT &, EXCEPINFO &, UINT &) {
+        return status;
+    };
+    const auto client = object();
+    for (int call = 0; call < 3; ++call)
+        QTest::ignoreMessage(QtWarningMsg, "QAxBase: Error calling IDispatch member Send(): The server is busy");
+    client->dynamicCall("Send()");
+    QCOMPARE(m_script.flags.size(), 4);
+    status = RPC_E_CALL_CANCELED;
+    client->dynamicCall("Send()");
+    status = RPC_E_CALL_REJECTED;
+    client->dynamicCall("Send()");
+    QCOMPARE(m_script.flags.size(), 6); // with its patience back the client would have asked three times more
 }
 
 void tst_ComObject::thrownByReceiverLeavesNothingBehind()
