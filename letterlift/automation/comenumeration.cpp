@@ -26,22 +26,33 @@ std::optional<int> publishedValue(const QString &type, const QString &key)
     return itemTypes.value(key);
 }
 
+/// ITypeInfo::GetIDsOfNames isn't for use between processes.
 std::optional<int> constantOf(ITypeInfo &enumeration, const QString &key)
 {
-    MEMBERID member = MEMBERID_NIL;
-    auto *name = const_cast<OLECHAR *>(reinterpret_cast<const OLECHAR *>(key.utf16()));
-    if (FAILED(enumeration.GetIDsOfNames(&name, 1, &member)))
-        return std::nullopt;
-    for (UINT index = 0;; ++index) {
-        VARDESC *description = nullptr;
-        if (FAILED(enumeration.GetVarDesc(index, &description)))
-            return std::nullopt;
-        const bool found = description->memid == member && description->varkind == VAR_CONST;
-        const int value = found ? int(V_I4(description->lpvarValue)) : 0;
+    VARDESC *description = nullptr;
+    for (UINT index = 0; SUCCEEDED(enumeration.GetVarDesc(index, &description)); ++index) {
+        const bool isConstant = description->varkind == VAR_CONST;
+        const int value = isConstant ? int(V_I4(description->lpvarValue)) : 0;
+        const MEMBERID member = description->memid;
         enumeration.ReleaseVarDesc(description);
-        if (found)
+        if (isConstant && comName(enumeration, member) == key)
             return value;
     }
+    return std::nullopt;
+}
+
+/// Asks for one type after the other, for Wine 8, whose ITypeLib::FindName doesn't reach another process.
+ComPtr<ITypeInfo> enumerationInTurn(ITypeLib &library, const QString &name)
+{
+    const UINT count = library.GetTypeInfoCount();
+    for (UINT index = 0; index < count; ++index) {
+        TYPEKIND kind = TKIND_MAX;
+        ComPtr<ITypeInfo> type;
+        if (SUCCEEDED(library.GetTypeInfoType(index, &kind)) && kind == TKIND_ENUM &&
+            SUCCEEDED(library.GetTypeInfo(index, type.GetAddressOf())) && comName(*type.Get()) == name)
+            return type;
+    }
+    return nullptr;
 }
 
 ComPtr<ITypeInfo> enumerationNamed(IDispatch &object, const QString &type)
@@ -58,7 +69,8 @@ ComPtr<ITypeInfo> enumerationNamed(IDispatch &object, const QString &type)
     std::array<MEMBERID, limit> members{};
     USHORT count = limit;
     QString name = type; // FindName corrects the case in place
-    library->FindName(reinterpret_cast<OLECHAR *>(name.data()), 0, types.data(), members.data(), &count);
+    if (FAILED(library->FindName(reinterpret_cast<OLECHAR *>(name.data()), 0, types.data(), members.data(), &count)))
+        return enumerationInTurn(*library.Get(), type);
     ComPtr<ITypeInfo> found;
     for (USHORT i = 0; i < count; ++i) {
         const ComPtr<ITypeInfo> candidate = adopt(types.at(i));
@@ -69,6 +81,16 @@ ComPtr<ITypeInfo> enumerationNamed(IDispatch &object, const QString &type)
 }
 
 } // namespace
+
+QString comName(ITypeInfo &type, MEMBERID member)
+{
+    BSTR name = nullptr;
+    if (FAILED(type.GetDocumentation(member, &name, nullptr, nullptr, nullptr)))
+        return QString();
+    const QString text = QString::fromWCharArray(name, qsizetype(SysStringLen(name)));
+    SysFreeString(name);
+    return text;
+}
 
 std::optional<int> enumerationValue(IDispatch &object, const QString &type, const QString &key)
 {

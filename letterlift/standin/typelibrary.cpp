@@ -1,5 +1,7 @@
 #include "typelibrary.h"
 
+#include "automation/comenumeration.h"
+
 #include <QDir>
 
 #include <oleauto.h>
@@ -35,22 +37,12 @@ QString interfaceName(ObjectKind kind)
     }
 }
 
-QString nameOf(ITypeInfo &info, MEMBERID member)
-{
-    BSTR name = nullptr;
-    if (FAILED(info.GetDocumentation(member, &name, nullptr, nullptr, nullptr)))
-        return {};
-    const QString text = QString::fromWCharArray(name, qsizetype(SysStringLen(name)));
-    SysFreeString(name);
-    return text;
-}
-
 /// ITypeLib::FindName would give a member of that name as well.
 ComPtr<ITypeInfo> findType(ITypeLib &library, const QString &name)
 {
     ComPtr<ITypeInfo> info;
     for (UINT index = 0; SUCCEEDED(library.GetTypeInfo(index, info.ReleaseAndGetAddressOf())); ++index) {
-        if (nameOf(*info.Get(), MEMBERID_NIL) == name)
+        if (comName(*info.Get()) == name)
             return info;
     }
     return nullptr;
@@ -66,7 +58,7 @@ QHash<int, QString> keysOf(ITypeInfo &owner, const TYPEDESC &type)
     VARDESC *description = nullptr;
     for (UINT index = 0; SUCCEEDED(enumeration->GetVarDesc(index, &description)); ++index) {
         if (description->varkind == VAR_CONST)
-            keys.insert(int(V_I4(description->lpvarValue)), nameOf(*enumeration.Get(), description->memid));
+            keys.insert(int(V_I4(description->lpvarValue)), comName(*enumeration.Get(), description->memid));
         enumeration->ReleaseVarDesc(description);
     }
     return keys;
@@ -75,7 +67,7 @@ QHash<int, QString> keysOf(ITypeInfo &owner, const TYPEDESC &type)
 void addFunction(ITypeInfo &info, const FUNCDESC &function, QHash<DISPID, TypeMember> &members)
 {
     TypeMember &member = members[function.memid];
-    member.name = nameOf(info, function.memid);
+    member.name = comName(info, function.memid);
     member.invokeKinds |= function.invkind;
     if ((function.invkind & (INVOKE_PROPERTYPUT | INVOKE_PROPERTYPUTREF)) != 0)
         return;
