@@ -49,6 +49,7 @@ function(letterlift_type_library target idl)
     set_target_properties(${target} PROPERTIES LETTERLIFT_DIRECTORY "${_output}")
 endfunction()
 
+# LETTERLIFT_HAVE_IDL_COMPILER: Wine's is of use only with the interfaces and the standard library that it has to read.
 if(WIN32)
     enable_language(RC)
     if(MSVC)
@@ -58,5 +59,10 @@ if(WIN32)
         find_path(LETTERLIFT_IDL_INCLUDE oaidl.idl PATHS /usr/include/wine/wine/windows NO_CMAKE_FIND_ROOT_PATH)
         find_path(LETTERLIFT_IDL_LIBRARIES stdole2.tlb PATHS /usr/lib/x86_64-linux-gnu/wine/x86_64-windows
             NO_CMAKE_FIND_ROOT_PATH)
+    endif()
+    if(LETTERLIFT_IDL_COMPILER AND (MSVC OR (LETTERLIFT_IDL_INCLUDE AND LETTERLIFT_IDL_LIBRARIES)))
+        set(LETTERLIFT_HAVE_IDL_COMPILER ON)
+    else()
+        message(STATUS "Without midl, or widl with Wine's oaidl.idl and stdole2.tlb, there is no stand-in for Outlook")
     endif()
 endif()
