@@ -16,6 +16,7 @@ namespace {
 
 // The machine's classes and not the user's, in which Wine 8 doesn't look for servers.
 const auto classesKey = u"HKEY_LOCAL_MACHINE\\Software\\Classes"_s;
+const auto userClassesKey = u"HKEY_CURRENT_USER\\Software\\Classes"_s;
 const auto progId = u"Outlook.Application"_s;
 
 QString classIdText()
@@ -26,6 +27,18 @@ QString classIdText()
 QString registeredClass(const QSettings &classes)
 {
     return classes.value(progId + u"/CLSID/."_s).toString();
+}
+
+/// The class of an Outlook that isn't the stand-in; empty if there is none. One for the user alone counts as well: COM
+/// prefers it to the machine's.
+QString otherClass()
+{
+    for (const QString &key : {classesKey, userClassesKey}) {
+        const QString present = registeredClass(QSettings(key, QSettings::NativeFormat));
+        if (!present.isEmpty() && present.compare(classIdText(), Qt::CaseInsensitive) != 0)
+            return present;
+    }
+    return QString();
 }
 
 bool finish(QSettings &classes, QString &errorText)
@@ -41,12 +54,11 @@ bool finish(QSettings &classes, QString &errorText)
 
 bool registerStandIn(const QString &program, QString &errorText)
 {
-    QSettings classes(classesKey, QSettings::NativeFormat);
-    const QString present = registeredClass(classes);
-    if (!present.isEmpty() && present.compare(classIdText(), Qt::CaseInsensitive) != 0) {
-        errorText = u"Another Outlook is registered on this machine: "_s + present;
+    if (const QString other = otherClass(); !other.isEmpty()) {
+        errorText = u"Another Outlook is registered on this machine: "_s + other;
         return false;
     }
+    QSettings classes(classesKey, QSettings::NativeFormat);
     const QString path = QDir::toNativeSeparators(program);
     const QString classKey = u"CLSID/"_s + classIdText();
     classes.setValue(progId + u"/."_s, u"Outlook stand-in"_s);

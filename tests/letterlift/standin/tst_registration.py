@@ -16,6 +16,7 @@ WINE = Path(__file__).resolve().parents[3] / "tools" / "windows" / "wine"
 
 CLASSES = "HKEY_LOCAL_MACHINE\\Software\\Classes\\"
 PROG_ID = CLASSES + "Outlook.Application"
+USER_PROG_ID = "HKEY_CURRENT_USER\\Software\\Classes\\Outlook.Application"
 # As letterlift/standin/identifiers.h has them.
 CLASS_ID = "{BF525BBA-8541-4528-8F61-AA77CB98FF2A}"
 LIBRARY_ID = "{EDA83F38-59C9-41BD-892D-DF2AB53E375F}"
@@ -47,7 +48,8 @@ class Registration(unittest.TestCase):
         self.assertEqual(stand_in("/UnregServer").returncode, 0)
 
     def tearDown(self) -> None:
-        wine("reg", "delete", PROG_ID, "/f")
+        for key in PROG_ID, USER_PROG_ID:
+            wine("reg", "delete", key, "/f")
         self.assertEqual(stand_in("/RegServer").returncode, 0)
 
     def test_leaves_nothing_behind(self) -> None:
@@ -75,6 +77,18 @@ class Registration(unittest.TestCase):
         self.assertEqual([entries(key) for key in (PROG_ID, CLASS, TYPE_LIBRARY)], [before, "", ""])
         self.assertEqual(stand_in("/UnregServer").returncode, 0)
         self.assertEqual(entries(PROG_ID), before)
+
+    def test_another_outlook_of_the_user(self) -> None:
+        wine("reg", "add", USER_PROG_ID + "\\CLSID", "/ve", "/d", OTHER_CLASS_ID, "/f")
+        refused = stand_in("/RegServer")
+        self.assertEqual(refused.returncode, 1)
+        self.assertIn(f"Another Outlook is registered on this machine: {OTHER_CLASS_ID}", refused.stderr)
+        self.assertEqual([entries(key) for key in (PROG_ID, CLASS, TYPE_LIBRARY)], ["", "", ""])
+        self.assertIn(OTHER_CLASS_ID, entries(USER_PROG_ID))
+
+    def test_stand_in_of_the_user_is_no_other(self) -> None:
+        wine("reg", "add", USER_PROG_ID + "\\CLSID", "/ve", "/d", CLASS_ID, "/f")
+        self.assertEqual(stand_in("/RegServer").returncode, 0)
 
 
 def main() -> None:
