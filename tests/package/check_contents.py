@@ -18,6 +18,7 @@ PROGRAM = "letterlift.exe"
 REQUIRED = {PROGRAM, "platforms/qwindows.dll", "data/README.txt", "licences/Letterlift.txt"}
 REQUIRED_FOLDERS = {"styles", "licences"}
 PLUGIN_FOLDERS = {"platforms", "styles"}
+FOLDERS = PLUGIN_FOLDERS | {"data", "licences"}
 
 # What every Windows 10 has. A name that isn't here is missing from the package, or it is to be looked up in Microsoft's
 # documentation and added.
@@ -58,12 +59,22 @@ def check_files(files: dict[str, bytes]) -> list[str]:
         if not any(name.startswith(folder + "/") for name in files):
             complaints.append(f"There is nothing in {folder}")
     for name, content in sorted(files.items()):
-        parent = PurePosixPath(name).parent.as_posix()
+        folder, separator, _ = name.partition("/")
         if not content:
             complaints.append(f"{name} is empty")
-        if parent == "." and name != PROGRAM and not name.endswith(".dll"):
+        known = folder in FOLDERS if separator else name == PROGRAM or name.endswith(".dll")
+        if not known:
             complaints.append(f"{name} has no place in the package")
     return complaints
+
+
+def check_program(files: dict[str, bytes]) -> list[str]:
+    """A box is all that it shows. Whatever else is wrong with the file, check_libraries complains about."""
+    try:
+        opens_console = PROGRAM in files and Image(files[PROGRAM]).opens_console()
+    except ImageError:
+        return []
+    return [f"{PROGRAM} opens a console"] if opens_console else []
 
 
 def check_libraries(files: dict[str, bytes]) -> list[str]:
@@ -96,7 +107,7 @@ def check_libraries(files: dict[str, bytes]) -> list[str]:
 
 def check_package(path: Path) -> list[str]:
     files, complaints = read_package(path)
-    return complaints + check_files(files) + check_libraries(files)
+    return complaints + check_files(files) + check_program(files) + check_libraries(files)
 
 
 def main() -> int:

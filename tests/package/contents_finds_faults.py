@@ -11,6 +11,10 @@ from collections.abc import Callable
 from pathlib import Path
 
 from check_contents import check_package, read_package
+from imports import Image
+
+# The number of the subsystem, IMAGE_SUBSYSTEM_WINDOWS_CUI.
+CONSOLE = 3
 
 Files = dict[str, bytes]
 
@@ -67,6 +71,18 @@ class Faults(unittest.TestCase):
     def test_other_file(self) -> None:
         complaints = self.complaints(lambda files: files.update({"outlook.tlb": b"x"}))
         self.assertEqual(complaints, ["outlook.tlb has no place in the package"])
+
+    def test_file_in_another_folder(self) -> None:
+        complaints = self.complaints(lambda files: files.update({"imageformats/qjpeg.dll": b"x"}))
+        self.assertEqual(complaints, ["imageformats/qjpeg.dll has no place in the package"])
+
+    def test_console_program(self) -> None:
+        def spoil(files: Files) -> None:
+            program = bytearray(files["letterlift.exe"])
+            program[Image(bytes(program)).subsystem_offset] = CONSOLE
+            files["letterlift.exe"] = bytes(program)
+
+        self.assertEqual(self.complaints(spoil), ["letterlift.exe opens a console"])
 
     def test_other_folder(self) -> None:
         complaints = self.complaints(lambda files: None, folder="letterlift")

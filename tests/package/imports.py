@@ -1,4 +1,4 @@
-"""Reads from a Windows program or library which libraries it needs."""
+"""Reads from a Windows program or library which libraries it needs, and whether it is for a console."""
 
 from __future__ import annotations
 
@@ -6,6 +6,9 @@ import struct
 
 X86_64 = 0x8664
 PE32_PLUS = 0x20B
+# In the optional header.
+SUBSYSTEM_OFFSET = 68
+WINDOWS_GUI = 2
 # Where the directories of imports stand in the optional header, the size of their entries, and where in an entry the
 # library's name is.
 DIRECTORIES_OFFSET = 112
@@ -35,6 +38,14 @@ class Image:
             start = self._optional + optional_size + 40 * index
             _, address, size, offset = struct.unpack_from("<IIII", content, start + 8)
             self._sections.append((address, size, offset))
+
+    @property
+    def subsystem_offset(self) -> int:
+        """Where in the file the number of the subsystem stands."""
+        return self._optional + SUBSYSTEM_OFFSET
+
+    def opens_console(self) -> bool:
+        return self._number("<H", self.subsystem_offset) != WINDOWS_GUI
 
     def libraries(self) -> set[str]:
         """The names in lower case, delayed imports included."""
