@@ -59,10 +59,20 @@ debian_source() {
     dpkg-source --no-check -x "$directory/$package"_*.dsc "$directory/$package" >/dev/null
 }
 
+# debian_source_like DIRECTORY PACKAGE VERSION: the same for the version of an installed package. A corrected version that no
+# mirror has, or not any more, gives way to the version that it corrects.
+debian_source_like() {
+    local directory=$1 package=$2 version=$3
+    debian_source "$directory" "$package" "$version" && return
+    rm -f "$directory/$package"_*
+    debian_source "$directory" "$package" "${version%%+deb*}"
+}
+
 # build_windows [TARGET...]: the libraries, unless they are there, and then build/windows.
 build_windows() {
     local qt gmime
-    need_packages "${packages_cross[@]}" "${packages_type_library[@]}" qt6-base-dev
+    # With those of the tests: what they run with is looked for when the build folder is configured.
+    need_packages "${packages_cross[@]}" "${packages_type_library[@]}" "${packages_test[@]}" qt6-base-dev
     qt=$("$project_dir/tools/windows/build-qt")
     gmime=$("$project_dir/tools/windows/build-gmime")
     configure windows "-DLETTERLIFT_CROSS_PREFIXES=$qt;$gmime"
