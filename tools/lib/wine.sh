@@ -6,6 +6,7 @@ wine=$project_dir/tools/windows/wine
 wine_log=$project_dir/build/windows/wine.log
 display_dir=''
 display_server=''
+wine_session=''
 
 # One display for all programs: Wine's desktop belongs to the display of whichever is the first.
 start_display() {
@@ -58,6 +59,7 @@ fail_wine() {
 start_wine_session() {
     export WINEPREFIX=$project_dir/build/windows/wine LC_ALL=C.UTF-8
     start_display
+    wine_session=$WINEPREFIX
     make_prefix
     start_wine
     WINEPATH=$(sed -n 's/^LETTERLIFT_WINEPATH:INTERNAL=//p' "$project_dir/build/windows/CMakeCache.txt")
@@ -65,8 +67,9 @@ start_wine_session() {
     "$wine" "$project_dir/build/windows/standin/outlook-stand-in.exe" /RegServer
 }
 
+# end_wine_session: does nothing if none was started, since without it the prefix may be somebody else's.
 end_wine_session() {
-    "$wine" --server -k 2>/dev/null || true
+    [ -z "$wine_session" ] || WINEPREFIX=$wine_session "$wine" --server -k 2>/dev/null || true
     if [ -n "$display_server" ]; then
         kill "$display_server" 2>/dev/null || true
         wait "$display_server" 2>/dev/null || true
