@@ -1,5 +1,6 @@
 // The walk over the global address list through the COM client, against a bare loop on IDispatch over the same server
-// that makes the same four calls an entry. Prints one JSON object. usage: com_walk ENTRIES ROUNDS
+// that makes the same four calls an entry, and against one that asks for the numbers of the members besides. Prints one
+// JSON object. usage: com_walk ENTRIES ROUNDS
 
 #include "automation/automationobject.h"
 #include "automation/referencecounted.h"
@@ -67,8 +68,9 @@ ComPtr<IDispatch> objectOf(IDispatch &object, DISPID id, VARIANT *argument = nul
     return adopt(V_DISPATCH(&result));
 }
 
-/// Without \a knowsKinds each object is asked for the numbers of its members, as a client has to do that knows nothing
-/// of it but names. With it the numbers are those of the first object of the kind, which holds for Outlook.
+/// With \a knowsKinds four calls an entry: the numbers of members are those of the first object of the kind, which
+/// holds for Outlook. Without it three more, since each object is asked for the numbers, as a client has to do that
+/// knows nothing of it but names.
 int bareWalk(bool knowsKinds)
 {
     CLSID classId{};
