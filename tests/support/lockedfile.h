@@ -3,6 +3,8 @@
 #include <QFileDevice>
 #include <QString>
 
+#include <cstdint>
+
 /// For as long as it lives, nobody can remove or write to the file, whatever rights it has: on Linux it is immutable,
 /// which takes a file system that knows that and the right to ask for it; on Windows it is open and shared with nobody.
 class LockedFile
@@ -22,6 +24,5 @@ private:
     LockedFile(const LockedFile &) = delete;
     LockedFile &operator=(const LockedFile &) = delete;
 
-    void *m_file = nullptr;
-    int m_descriptor = -1;
+    std::intptr_t m_handle = -1; ///< the system's, -1 for none
 };

@@ -21,25 +21,27 @@ bool setImmutable(int descriptor, bool on)
 } // namespace
 
 LockedFile::LockedFile(const QString &path)
-    : m_descriptor(open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC))
 {
-    if (m_descriptor >= 0 && !setImmutable(m_descriptor, true)) {
-        close(m_descriptor);
-        m_descriptor = -1;
-    }
+    const int descriptor = open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0)
+        return;
+    if (setImmutable(descriptor, true))
+        m_handle = descriptor;
+    else
+        close(descriptor);
 }
 
 LockedFile::~LockedFile()
 {
-    if (m_descriptor < 0)
+    if (!isActive())
         return;
-    setImmutable(m_descriptor, false);
-    close(m_descriptor);
+    setImmutable(int(m_handle), false);
+    close(int(m_handle));
 }
 
 bool LockedFile::isActive() const
 {
-    return m_descriptor >= 0;
+    return m_handle >= 0;
 }
 
 QFileDevice::FileError LockedFile::errorOfRemoval()
