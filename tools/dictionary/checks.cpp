@@ -29,9 +29,9 @@ QString describeDifference(const Placeholders &source, const Placeholders &trans
     all.insert(translation);
     for (const int number : all.keys()) {
         if (source.value(number) != translation.value(number))
-            differences.append(u"%%1 is there %2 times instead of %3"_s.arg(number)
-                                   .arg(translation.value(number))
-                                   .arg(source.value(number)));
+            differences.append(
+                u'%' + QString::number(number) +
+                u" is there %1 times instead of %2"_s.arg(translation.value(number)).arg(source.value(number)));
     }
     return differences.join(u", "_s);
 }

@@ -248,8 +248,8 @@ private:
         symbol = toText(QByteArrayView(m_file).sliced(start, end - start));
         if (toText.hasError())
             return fail(u"Its symbol is no valid UTF-8."_s);
-        if (symbol.contains(u'\n'))
-            return fail(u"Its symbol has a line feed, which a catalogue has no room for."_s);
+        if (symbol.contains(u'\n') || symbol != symbol.trimmed())
+            return fail(u"Its symbol has white space that a catalogue has no room for."_s);
         return true;
     }
 

@@ -234,5 +234,10 @@ QString writePo(const QString &path, const PoFile &file)
         if (complaint.severity != PO_SEVERITY_WARNING)
             return complaint.text;
     }
-    return written ? QString() : u"%1 can't be written."_s.arg(path);
+    if (!written)
+        return u"%1 can't be written."_s.arg(path);
+    // It doesn't tell of a disk that is full.
+    Defects defects;
+    const std::optional<PoFile> readBack = readPo(path, path, defects);
+    return readBack == file && defects.isEmpty() ? QString() : u"%1 can't be written as it should be."_s.arg(path);
 }
