@@ -97,7 +97,7 @@ public:
             return {};
         PoFile file;
         const PoIteratorPointer iterator(po_message_iterator(po.get(), nullptr));
-        while (const po_message_t message = po_next_message(iterator.get()))
+        while (po_message *const message = po_next_message(iterator.get()))
             add(message, file);
         checkHeader(file);
         return file;
@@ -192,7 +192,7 @@ private:
 
 po_message_t poMessage(const PoMessage &message)
 {
-    const po_message_t made = po_message_create();
+    po_message *const made = po_message_create();
     if (!message.context.isNull())
         po_message_set_msgctxt(made, message.context.toUtf8().constData());
     po_message_set_msgid(made, message.id.toUtf8().constData());

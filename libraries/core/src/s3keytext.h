@@ -2,8 +2,8 @@
 
 #include <QString>
 
-/// Marks a literal that reaches translate() by way of a variable: with this around it, tests/dictionary/literals.py sees
-/// that the dictionary has to have it.
+/// Marks a literal that reaches translate() by way of a variable, for the test that finds those which the dictionary
+/// has to have.
 [[nodiscard]] inline QString s3KeyText(QString german)
 {
     return german;
