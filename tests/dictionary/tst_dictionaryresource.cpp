@@ -1,6 +1,8 @@
 #include <QFile>
 #include <QTest>
 
+#include <cstring>
+
 using namespace Qt::Literals::StringLiterals;
 
 class TestDictionaryResource : public QObject
