@@ -32,12 +32,14 @@ def run_once(command: list[str], environment: dict[str, str]) -> tuple[float, fl
 
 def main() -> None:
     parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--program", required=True)
-    parser.add_argument("--yardstick", required=True)
+    parser.add_argument("--program", required=True, help="its absolute path")
+    parser.add_argument("--yardstick", required=True, help="likewise")
     parser.add_argument("--rounds", type=int, required=True)
     parser.add_argument("--wine", help="the command that runs Windows programs; their paths begin with Z: then")
     options = parser.parse_args()
 
+    # Where the program finds its dictionaries.
+    os.chdir(Path(options.program).parent)
     figures: dict[str, list[float]] = {"time": [], "yardstick_time": [], "memory": [], "yardstick_memory": []}
     with tempfile.TemporaryDirectory() as folder:
         drive, runner = ("Z:", [options.wine]) if options.wine else ("", [])

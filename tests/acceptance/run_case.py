@@ -17,7 +17,15 @@ from pathlib import Path
 
 from runner.case import Case, CaseError, CaseSkipped, load_case
 from runner.display import Display, DisplayError, open_display
-from runner.observation import Observation, Places, differences, observe, snapshot, write_expectations
+from runner.observation import (
+    DICTIONARY_FOLDER,
+    Observation,
+    Places,
+    differences,
+    observe,
+    snapshot,
+    write_expectations,
+)
 from runner.platforms import PLATFORMS, PlatformError
 from runner.program import RunError, Workplace, run_program
 from runner.steps import give_rights_back
@@ -39,14 +47,14 @@ def read_arguments() -> argparse.Namespace:
 
 
 @contextmanager
-def workplace_for(case: Case, keep: Path | None) -> Iterator[Workplace]:
+def workplace_for(case: Case, program: Path, keep: Path | None) -> Iterator[Workplace]:
     if keep:
         keep.mkdir(parents=True, exist_ok=True)
     # No link in the name: the program may write paths with all links resolved.
     base = Path(tempfile.mkdtemp(prefix=f"letterlift-{case.name}-", dir=keep)).resolve()
     try:
         workplace = Workplace(base)
-        fill(workplace, case)
+        fill(workplace, case, program)
         yield workplace
     finally:
         give_rights_back(base)
@@ -56,7 +64,7 @@ def workplace_for(case: Case, keep: Path | None) -> Iterator[Workplace]:
             shutil.rmtree(base)
 
 
-def fill(workplace: Workplace, case: Case) -> None:
+def fill(workplace: Workplace, case: Case, program: Path) -> None:
     if case.input:
         shutil.copytree(case.input, workplace.directory)
     else:
@@ -64,6 +72,9 @@ def fill(workplace: Workplace, case: Case) -> None:
     workplace.home.mkdir(mode=0o700)
     if case.scenario:
         shutil.copyfile(case.scenario, workplace.scenario)
+    if case.dictionaries:
+        # Copies, which a case may spoil.
+        shutil.copytree(program.parent / DICTIONARY_FOLDER, workplace.directory / DICTIONARY_FOLDER)
 
 
 def run_case(case: Case, options: argparse.Namespace, display: Display) -> Observation:
@@ -74,7 +85,7 @@ def run_case(case: Case, options: argparse.Namespace, display: Display) -> Obser
         if options.screenshot_dir:
             display.save_screenshot(options.screenshot_dir / f"{case.name}-{number}.png")
 
-    with workplace_for(case, options.keep) as workplace:
+    with workplace_for(case, program, options.keep) as workplace:
         for step in case.setup:
             if not step.takes_rights:
                 step.apply(workplace.directory)

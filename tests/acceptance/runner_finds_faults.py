@@ -174,6 +174,17 @@ class RunnerFindsFaults(unittest.TestCase):
         edit_json(case / "case.json", lambda data: data.update(setup=[{"directory": "x", "mode": 7}]))
         self.expect_fault(case, "unknown keys in a set-up step: mode")
 
+    def test_unknown_word_for_dictionaries(self) -> None:
+        case = self.copy_of(MAIL_CASE)
+        edit_json(case / "case.json", lambda data: data.update(dictionaries="some"))
+        self.expect_fault(case, '"dictionaries" knows one value, "none"')
+
+    def test_files_are_named_without_the_dictionaries(self) -> None:
+        case = self.copy_of(MAIL_CASE)
+        edit_json(case / "case.json", lambda data: data.update(files=["files/note.txt", "letterlift.log", "mail.vxm"]))
+        status, output = self.run_case(case)
+        self.assertEqual(status, 0, output)
+
     def test_expectation_under_a_wrong_name(self) -> None:
         case = self.copy_of(MAIL_CASE)
         (case / "expected.journal.jsonl").rename(case / "expected.journal.json")

@@ -15,7 +15,8 @@ from pathlib import Path, PurePosixPath
 from imports import Image, ImageError
 
 PROGRAM = "letterlift.exe"
-REQUIRED = {PROGRAM, "platforms/qwindows.dll", "data/README.txt", "licences/Letterlift.txt"}
+DICTIONARIES = {"data/mng.dat.0", "data/msg.dat.0"}
+REQUIRED = {PROGRAM, "platforms/qwindows.dll", "data/README.txt", "licences/Letterlift.txt", *DICTIONARIES}
 REQUIRED_FOLDERS = {"styles", "licences"}
 PLUGIN_FOLDERS = {"platforms", "styles"}
 FOLDERS = PLUGIN_FOLDERS | {"data", "licences"}

@@ -52,6 +52,10 @@ class Faults(unittest.TestCase):
         complaints = self.complaints(lambda files: files.pop("platforms/qwindows.dll"))
         self.assertEqual(complaints, ["There is no platforms/qwindows.dll"])
 
+    def test_missing_dictionary(self) -> None:
+        complaints = self.complaints(lambda files: files.pop("data/msg.dat.0"))
+        self.assertEqual(complaints, ["There is no data/msg.dat.0"])
+
     def test_missing_program(self) -> None:
         self.assertIn("There is no letterlift.exe", self.complaints(lambda files: files.pop("letterlift.exe")))
 

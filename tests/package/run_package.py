@@ -49,7 +49,10 @@ class Program:
         windows: set[str] = set()
         with (
             tempfile.TemporaryFile() as output,
-            self._wine.start(output.fileno(), str(self._program), *arguments, **environment) as process,
+            # In its own folder, where its dictionaries are.
+            self._wine.start(
+                output.fileno(), str(self._program), *arguments, folder=self._program.parent, **environment
+            ) as process,
         ):
             try:
                 end = time.monotonic() + RUN_TIME_LIMIT

@@ -26,10 +26,13 @@ class Wine:
         }
         (base / "home").mkdir()
 
-    def start(self, output: IO[bytes] | int, *arguments: str, **environment: str) -> subprocess.Popen[bytes]:
+    def start(
+        self, output: IO[bytes] | int, *arguments: str, folder: Path | None = None, **environment: str
+    ) -> subprocess.Popen[bytes]:
         """The output goes to a file and not to a pipe: the services, which the first program starts, keep it open."""
         return subprocess.Popen(
             [str(self._command), *arguments],
+            cwd=folder,
             env=self._environment | environment,
             stdin=subprocess.DEVNULL,
             stdout=output,

@@ -2,6 +2,8 @@
 # Sourced by tools/windows/*, after common.sh: what is built from Debian's source packages for Windows, and where it lies.
 
 packages_cross=(g++-mingw-w64-x86-64-posix cmake ninja-build ccache dpkg-dev perl)
+# With which the compiler of the dictionaries is built for the machine that builds.
+packages_host=(g++ qt6-base-dev libgettextpo-dev)
 # Wine's compiler of type libraries, the interfaces that it has to know, and the standard library that it refers to.
 packages_type_library=(mingw-w64-tools libwine-dev libwine)
 packages_wine=(wine64 libwine)
@@ -72,7 +74,7 @@ debian_source_like() {
 build_windows() {
     local qt gmime
     # With those of the tests: what they run with is looked for when the build folder is configured.
-    need_packages "${packages_cross[@]}" "${packages_type_library[@]}" "${packages_test[@]}" qt6-base-dev
+    need_packages "${packages_cross[@]}" "${packages_host[@]}" "${packages_type_library[@]}" "${packages_test[@]}"
     qt=$("$project_dir/tools/windows/build-qt")
     gmime=$("$project_dir/tools/windows/build-gmime")
     configure windows "-DLETTERLIFT_CROSS_PREFIXES=$qt;$gmime"

@@ -2,6 +2,7 @@
 
 #include "s3dictionary.h"
 #include "s3fileinfo.h"
+#include "s3keytext.h"
 #include "s3string.h"
 #include "s3trace.h"
 
@@ -20,20 +21,20 @@ QString errorFormat(QFileDevice::FileError code)
 {
     static const QHash<int, QString> formats{
         {QFileDevice::NoError, u"%1"_s},
-        {QFileDevice::ReadError, u"Ein-/Ausgabefehler beim Lesen der Datei %1."_s},
-        {QFileDevice::WriteError, u"Ein-/Ausgabefehler beim Schreiben der Datei %1."_s},
-        {QFileDevice::FatalError, u"Fataler Fehler beim Zugriff auf die Datei %1."_s},
-        {QFileDevice::ResourceError, u"Fehlende Systemressourcen beim Zugriff auf die Datei %1."_s},
-        {QFileDevice::OpenError, u"Datei %1 kann nicht geöffnet werden."_s},
-        {QFileDevice::AbortError, u"Zugriff auf die Datei %1 abgebrochen."_s},
-        {QFileDevice::TimeOutError, u"Zeitablauf beim Zugriff auf die Datei %1."_s},
-        {QFileDevice::UnspecifiedError, u"Unbekannter Fehler beim Zugriff auf die Datei %1."_s},
-        {QFileDevice::RemoveError, u"Datei %1 kann nicht gelöscht werden."_s},
-        {QFileDevice::RenameError, u"Datei %1 kann nicht umbenannt werden."_s},
-        {QFileDevice::PositionError, u"Positionieren innerhalb der Datei %1 gescheitert."_s},
-        {QFileDevice::ResizeError, u"Die Größe der Datei %1 kann nicht geändert werden."_s},
-        {QFileDevice::PermissionsError, u"Zugriffsrechte fehlen für die Datei %1."_s},
-        {QFileDevice::CopyError, u"Datei %1 kann nicht kopiert werden."_s},
+        {QFileDevice::ReadError, s3KeyText(u"Ein-/Ausgabefehler beim Lesen der Datei %1."_s)},
+        {QFileDevice::WriteError, s3KeyText(u"Ein-/Ausgabefehler beim Schreiben der Datei %1."_s)},
+        {QFileDevice::FatalError, s3KeyText(u"Fataler Fehler beim Zugriff auf die Datei %1."_s)},
+        {QFileDevice::ResourceError, s3KeyText(u"Fehlende Systemressourcen beim Zugriff auf die Datei %1."_s)},
+        {QFileDevice::OpenError, s3KeyText(u"Datei %1 kann nicht geöffnet werden."_s)},
+        {QFileDevice::AbortError, s3KeyText(u"Zugriff auf die Datei %1 abgebrochen."_s)},
+        {QFileDevice::TimeOutError, s3KeyText(u"Zeitablauf beim Zugriff auf die Datei %1."_s)},
+        {QFileDevice::UnspecifiedError, s3KeyText(u"Unbekannter Fehler beim Zugriff auf die Datei %1."_s)},
+        {QFileDevice::RemoveError, s3KeyText(u"Datei %1 kann nicht gelöscht werden."_s)},
+        {QFileDevice::RenameError, s3KeyText(u"Datei %1 kann nicht umbenannt werden."_s)},
+        {QFileDevice::PositionError, s3KeyText(u"Positionieren innerhalb der Datei %1 gescheitert."_s)},
+        {QFileDevice::ResizeError, s3KeyText(u"Die Größe der Datei %1 kann nicht geändert werden."_s)},
+        {QFileDevice::PermissionsError, s3KeyText(u"Zugriffsrechte fehlen für die Datei %1."_s)},
+        {QFileDevice::CopyError, s3KeyText(u"Datei %1 kann nicht kopiert werden."_s)},
     };
     const QString format = formats.value(code);
     return code == QFileDevice::NoError || format.isEmpty() ? format : translate(format);
@@ -130,10 +131,10 @@ bool s3File::makeWritable()
 QString s3File::translatedErrorString() const
 {
     static const QHash<QString, QString> germanTexts{
-        {u"Permission denied"_s, u"Zugriff verweigert"_s},
-        {u"Too many open files"_s, u"Es sind in diesem Prozess zuviele Dateien geöffnet."_s},
-        {u"No such file or directory"_s, u"Datei/Verzeichnis existiert nicht."_s},
-        {u"No space left on device"_s, u"zu wenig Speicherplatz"_s},
+        {u"Permission denied"_s, s3KeyText(u"Zugriff verweigert"_s)},
+        {u"Too many open files"_s, s3KeyText(u"Es sind in diesem Prozess zuviele Dateien geöffnet."_s)},
+        {u"No such file or directory"_s, s3KeyText(u"Datei/Verzeichnis existiert nicht."_s)},
+        {u"No space left on device"_s, s3KeyText(u"zu wenig Speicherplatz"_s)},
     };
     const QString text = errorString();
     const auto german = germanTexts.constFind(text);

@@ -28,6 +28,7 @@ REQUIRED_KEYS = {"about": str, "arguments": list, "exit": int, "log": bool}
 OPTIONAL_KEYS = {
     "as": str,
     "boxes": list,
+    "dictionaries": str,
     "environment": dict,
     "files": list,
     "input": str,
@@ -73,6 +74,8 @@ class Case:
     input: Path | None = None
     setup: list[Step] = field(default_factory=list)
     unprivileged: bool = False
+    # Whether the directory of the run has the dictionaries of the build.
+    dictionaries: bool = True
     # The platform whose own expectations come before those for all.
     variant: str | None = None
 
@@ -159,6 +162,8 @@ def _check_platform(data: dict[str, Any], platform: str) -> None:
 def _case(directory: Path, data: dict[str, Any], variant: str | None) -> Case:
     if data.get("as", "unprivileged") != "unprivileged":
         raise ValueError('"as" knows one value, "unprivileged"')
+    if data.get("dictionaries", "none") != "none":
+        raise ValueError('"dictionaries" knows one value, "none"')
     return Case(
         directory=directory,
         arguments=data["arguments"],
@@ -171,6 +176,7 @@ def _case(directory: Path, data: dict[str, Any], variant: str | None) -> Case:
         input=_input(directory, data),
         setup=read_steps(data.get("setup", [])),
         unprivileged="as" in data,
+        dictionaries="dictionaries" not in data,
         variant=variant,
     )
 

@@ -18,6 +18,7 @@ from runner.program import ProgramRun, Workplace
 
 LOG_NAME = "letterlift.log"
 JOURNAL_NAME = "journal.jsonl"
+DICTIONARY_FOLDER = "data"
 
 # Two places behind the point below ten milliseconds, without zeros at the end, and none from there on.
 RUN_TIME = re.compile(r"(?m)^(run\(\) elapsed = )(?:\d(?:\.\d?[1-9])?|[1-9]\d+)( ms)$")
@@ -114,7 +115,9 @@ def _file_faults(case: Case, before: dict[str, str], after: dict[str, str]) -> l
     """The program changes no file but the run log, and makes no other."""
     log = (Path(case.log_directory) / LOG_NAME).as_posix()
     default = sorted((before.keys() - {log}) | ({log} if case.log else set()))
-    expected = case.files if case.files is not None else default
+    # The runner puts the dictionaries there, so that no case has to name them.
+    dictionaries = {name for name in before if case.dictionaries and name.startswith(DICTIONARY_FOLDER + "/")}
+    expected = dictionaries.union(case.files) if case.files is not None else default
     faults = _diff("files", "\n".join(sorted(expected)) + "\n", "\n".join(sorted(after)) + "\n")
     changed = sorted(name for name in before.keys() & after.keys() if name != log and before[name] != after[name])
     return faults + [f"{name} was changed" for name in changed]

@@ -1,0 +1,108 @@
+#include "checks.h"
+
+#include "catalogueformat.h"
+
+#include <QHash>
+#include <QMap>
+#include <QRegularExpression>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+using Placeholders = QMap<int, int>;
+
+/// How often each of those that QString::arg() replaces is there.
+Placeholders placeholdersIn(const QString &text)
+{
+    static const QRegularExpression placeholder(u"%L?([1-9][0-9]?)"_s);
+    Placeholders counts;
+    for (const QRegularExpressionMatch &match : placeholder.globalMatch(text))
+        ++counts[match.captured(1).toInt()];
+    return counts;
+}
+
+QString describeDifference(const Placeholders &source, const Placeholders &translation)
+{
+    QStringList differences;
+    Placeholders all = source;
+    all.insert(translation);
+    for (const int number : all.keys()) {
+        if (source.value(number) != translation.value(number))
+            differences.append(
+                u'%' + QString::number(number) +
+                u" is there %1 times instead of %2"_s.arg(translation.value(number)).arg(source.value(number)));
+    }
+    return differences.join(u", "_s);
+}
+
+class Checks
+{
+public:
+    Checks(const Dictionary &dictionary, const QString &folder, Defects &defects)
+        : m_dictionary(dictionary)
+        , m_folder(folder)
+        , m_defects(defects)
+    {
+    }
+
+    void run()
+    {
+        for (const auto &[number, entry] : m_dictionary.entries) {
+            if (m_dictionary.key == Dictionary::BySource)
+                checkUnique(m_sources, entry.source, number, u"source text"_s);
+            if (!entry.symbol.isEmpty())
+                checkUnique(m_symbols, entry.symbol, number, u"symbol"_s);
+            checkSource(number, entry);
+            checkPlaceholders(number, entry);
+        }
+    }
+
+private:
+    void complain(const QString &catalogue, int number, const QString &reason)
+    {
+        m_defects.append({Defect::Tolerable, m_folder + u'/' + catalogue, u"#%1"_s.arg(number), reason});
+    }
+
+    void checkUnique(QHash<QString, int> &seen, const QString &text, int number, const QString &what)
+    {
+        if (const int first = seen.value(text); first != 0)
+            complain(templateName, number, u"#%1 has the same %2."_s.arg(first).arg(what));
+        else
+            seen.insert(text, number);
+    }
+
+    void checkSource(int number, const Entry &entry)
+    {
+        if (entry.source.isEmpty())
+            complain(templateName, number, u"The source text is empty."_s);
+        else if (entry.source == placeholderOf(number))
+            complain(templateName, number, u"The source text says that there is none."_s);
+    }
+
+    void checkPlaceholders(int number, const Entry &entry)
+    {
+        const Placeholders source = placeholdersIn(entry.source);
+        for (int language = 0; language < languages().size(); ++language) {
+            const Cell &cell = entry.cells.at(language);
+            if (cell.kind != Cell::Own)
+                continue;
+            const QString difference = describeDifference(source, placeholdersIn(cell.text));
+            if (!difference.isEmpty())
+                complain(languages().at(language).name + u".po"_s, number, difference + u'.');
+        }
+    }
+
+    const Dictionary &m_dictionary;
+    QString m_folder;
+    Defects &m_defects;
+    QHash<QString, int> m_sources;
+    QHash<QString, int> m_symbols;
+};
+
+} // namespace
+
+void checkTexts(const Dictionary &dictionary, const QString &folder, Defects &defects)
+{
+    Checks(dictionary, folder, defects).run();
+}
