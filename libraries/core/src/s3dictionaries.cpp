@@ -1,4 +1,4 @@
-#include "s3dictionary.h"
+#include "s3dictionaries.h"
 
 using namespace Qt::Literals::StringLiterals;
 
