@@ -3,7 +3,7 @@
 #include "mailrun.h"
 #include "runlog.h"
 #include "s3basicbox.h"
-#include "s3dictionary.h"
+#include "s3dictionaries.h"
 #include "s3fileinfo.h"
 #include "s3language.h"
 

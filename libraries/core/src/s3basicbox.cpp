@@ -1,6 +1,6 @@
 #include "s3basicbox.h"
 
-#include "s3dictionary.h"
+#include "s3dictionaries.h"
 
 using namespace Qt::Literals::StringLiterals;
 

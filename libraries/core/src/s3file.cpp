@@ -1,6 +1,6 @@
 #include "s3file.h"
 
-#include "s3dictionary.h"
+#include "s3dictionaries.h"
 #include "s3fileinfo.h"
 #include "s3keytext.h"
 #include "s3string.h"

@@ -6,7 +6,7 @@ class QFileInfo;
 
 /// A QFile whose name passes through s3String::toSlashes(), so that Windows paths may be handed in as they come, and
 /// which tells its failures in the user's language. Nothing here throws: results and error() report. As thread-safe as
-/// QFile.
+/// QFile, but for what gives a text for the user: that is translated, which is for the main thread.
 class s3File : public QFile
 {
 public:

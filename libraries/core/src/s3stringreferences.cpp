@@ -1,4 +1,4 @@
-#include "s3dictionary.h"
+#include "s3dictionaries.h"
 #include "s3string.h"
 
 using namespace Qt::Literals::StringLiterals;

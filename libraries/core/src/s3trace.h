@@ -16,3 +16,10 @@ void s3WriteTrace(const QString &line);
         if (s3HasTestFlag(flag)) [[unlikely]]                                                                          \
             s3WriteTrace(line);                                                                                        \
     } while (false)
+
+/// The same for a line that either of two flags asks for.
+#define S3_TRACE_EITHER(flag, otherFlag, line)                                                                         \
+    do {                                                                                                               \
+        if (s3HasTestFlag(flag) || s3HasTestFlag(otherFlag)) [[unlikely]]                                              \
+            s3WriteTrace(line);                                                                                        \
+    } while (false)

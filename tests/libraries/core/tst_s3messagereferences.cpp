@@ -1,23 +1,43 @@
-#include "s3dictionary.h"
+#include "dictionarybuilder.h"
+#include "s3dictionaries.h"
 #include "s3string.h"
+#include "workingdirectory.h"
 
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const WorkingDirectory directory;
+
+} // namespace
 
 class tst_s3MessageReferences : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void expandMessageReferences_data();
     void expandMessageReferences();
     void symbolsStandInParentheses();
+    void textIsNotScannedAgain();
     void openingInFrontOfAReferenceStays();
     void unbalancedReferenceEndsTheScan();
 };
 
-// No dictionary is open, so that each text is the placeholder of its number.
+// Most texts aren't in the dictionary, so that they are the placeholders of their numbers.
+void tst_s3MessageReferences::initTestCase()
+{
+    DictionaryBuilder messages;
+    messages.setText(18, -1, u"acht"_s).setSymbol(18, "EIGHT");
+    messages.setText(19, -1, u"erst Xmsg(18), dann Xmsg(18,\"x\")"_s).setSymbol(19, "Xmsg(18)");
+    messages.setText(20, -1, u"Xmsg("_s);
+    directory.write(u"data/msg.dat.0"_s, messages.build());
+    QString error;
+    QVERIFY2(openDictionaries(error), qPrintable(error));
+}
 
 void tst_s3MessageReferences::expandMessageReferences_data()
 {
@@ -28,7 +48,7 @@ void tst_s3MessageReferences::expandMessageReferences_data()
     QTest::newRow("number") << u"a Xmsg(7) b"_s << 1 << u"a *** 7 *** b"_s;
     QTest::newRow("number and text") << u"Xmsg(7,\"text\")"_s << 1 << u"*** 7 ***"_s;
     QTest::newRow("several") << u"Xmsg(1)Xmsg(2,\"b\")-Xmsg(3)"_s << 3 << u"*** 1 ****** 2 ***-*** 3 ***"_s;
-    QTest::newRow("negative number") << u"Xmsg(-7)"_s << 1 << u"*** -7 ***"_s;
+    QTest::newRow("negative number") << u"Xmsg(-77)"_s << 1 << u"*** -77 ***"_s;
     QTest::newRow("blanks around the number") << u"Xmsg( 7 , \"text\")"_s << 1 << u"*** 7 ***"_s;
     QTest::newRow("parenthesis in the quoted text") << u"Xmsg(7,\"a (b) c\") d"_s << 1 << u"*** 7 *** d"_s;
     QTest::newRow("quotation mark behind the parenthesis") << u"Xmsg(7,a) \"b\")"_s << 1 << u"*** 7 *** \"b\")"_s;
@@ -53,9 +73,20 @@ void tst_s3MessageReferences::expandMessageReferences()
 
 void tst_s3MessageReferences::symbolsStandInParentheses()
 {
-    QString text = u"a Xmsg(7) Xmsg(8,\"b\")"_s;
-    QCOMPARE(s3String::expandMessageReferences(text, false), 2);
-    QCOMPARE(text, u"a (%1) (%2)"_s.arg(messageSymbol(7), messageSymbol(8)));
+    QString text = u"a Xmsg(18) Xmsg(-18,\"b\") Xmsg(99)"_s;
+    QCOMPARE(s3String::expandMessageReferences(text, false), 3);
+    QCOMPARE(text, u"a (EIGHT) (EIGHT) ()"_s);
+}
+
+void tst_s3MessageReferences::textIsNotScannedAgain()
+{
+    QString text = u"Xmsg(18) Xmsg(19) Xmsg(20)18)"_s;
+    QCOMPARE(s3String::expandMessageReferences(text, true), 3);
+    QCOMPARE(text, u"acht erst Xmsg(18), dann Xmsg(18,\"x\") Xmsg(18)"_s);
+
+    text = u"Xmsg(19)"_s;
+    QCOMPARE(s3String::expandMessageReferences(text, false), 1);
+    QCOMPARE(text, u"(Xmsg(18))"_s);
 }
 
 void tst_s3MessageReferences::openingInFrontOfAReferenceStays()

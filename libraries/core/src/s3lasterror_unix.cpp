@@ -1,0 +1,8 @@
+#include "s3lasterror.h"
+
+#include <cerrno>
+
+unsigned s3LastErrorCode()
+{
+    return unsigned(errno);
+}

@@ -1,0 +1,8 @@
+#include "s3lasterror.h"
+
+#include <windows.h>
+
+unsigned s3LastErrorCode()
+{
+    return GetLastError();
+}

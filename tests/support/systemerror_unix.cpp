@@ -1,0 +1,8 @@
+#include "systemerror.h"
+
+#include <cerrno>
+
+void setSystemError(unsigned code)
+{
+    errno = int(code);
+}

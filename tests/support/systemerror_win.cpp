@@ -1,0 +1,8 @@
+#include "systemerror.h"
+
+#include <windows.h>
+
+void setSystemError(unsigned code)
+{
+    SetLastError(code);
+}
