@@ -3,9 +3,13 @@
 #include <QAbstractButton>
 #include <QApplication>
 
+#include <utility>
+
 using namespace std::chrono_literals;
 
-BoxWatcher::BoxWatcher()
+BoxWatcher::BoxWatcher(QMessageBox::StandardButton answer, Inspector inspect)
+    : m_answer(answer)
+    , m_inspect(std::move(inspect))
 {
     connect(&m_timer, &QTimer::timeout, this, &BoxWatcher::closeBox);
     m_timer.start(10ms);
@@ -18,5 +22,7 @@ void BoxWatcher::closeBox()
         return;
     m_boxes.append(
         {box->icon(), box->windowTitle(), box->text(), box->standardButtons(), box->parentWidget() != nullptr});
-    box->button(QMessageBox::Ok)->click();
+    if (m_inspect)
+        m_inspect(*box);
+    box->button(m_answer)->click();
 }

@@ -8,7 +8,7 @@ project_dir=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 # The packages of Debian 12, by what they are needed for.
 packages_build=(g++ cmake ninja-build ccache pkg-config qt6-base-dev libgmime-3.0-dev libgettextpo-dev)
 packages_run=(libqt6gui6 qt6-qpa-plugins fonts-dejavu-core shared-mime-info)
-packages_test=(python3 xvfb xdotool gettext)
+packages_test=(python3 xvfb xdotool x11-utils gettext)
 packages_sanitize=(clang libclang-rt-14-dev)
 packages_lint=(git clang clang-format clang-tidy shellcheck python3)
 packages_dictionaries=(python3-icu)

@@ -2,8 +2,9 @@
 
 #include <QCommandLineParser>
 
-/// What came out of parsing a command line. Callers hand the value on unchanged.
-enum ParseResult {
+/// What came out of parsing a command line. Callers hand the value on unchanged. A plain integer: parsers may have
+/// results of their own, which showUsage() treats as a wish for help.
+enum ParseResult : int {
     ParseOk = 0,           ///< go on
     ParseError = 1,        ///< refused; the error message, which may be empty, tells why
     ParseHelpRequested = 2 ///< accepted, and help is asked for

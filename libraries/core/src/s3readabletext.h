@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+
+/// \a text for those who show it as it stands: what Qt's boxes take for HTML without its tags and references, with a
+/// line for each block; other text with "\n" as its line ends. No null characters. Made by hand, since a QTextDocument
+/// asks for fonts. Any thread.
+[[nodiscard]] QString s3ReadableText(const QString &text);
+
+/// The start of \a text, with "[...]" below it, if it has more lines or characters than a box on a small screen has
+/// room for.
+[[nodiscard]] QString s3ShortenedText(const QString &text);
