@@ -42,6 +42,11 @@ QString translate(const QString &sourceText)
     return dictionaries().gui.translateText(sourceText, currentLanguageIndex());
 }
 
+bool guiHasSourceText(const QString &sourceText)
+{
+    return dictionaries().gui.hasSourceText(sourceText);
+}
+
 QString guiSourceText(qint32 number)
 {
     return dictionaries().gui.sourceText(number);

@@ -17,6 +17,9 @@
 /// thread.
 [[nodiscard]] QString translate(const QString &sourceText);
 
+/// Whether the GUI dictionary has \a sourceText. Main thread.
+[[nodiscard]] bool guiHasSourceText(const QString &sourceText);
+
 /// The source text for \a number in the GUI dictionary; empty where the number isn't in use. Any thread.
 [[nodiscard]] QString guiSourceText(qint32 number);
 

@@ -101,6 +101,11 @@ QString s3GuiDictionary::translateText(const QString &source, qint32 language)
     return source;
 }
 
+bool s3GuiDictionary::hasSourceText(const QString &source) const
+{
+    return m_sourceTextNumbers.contains(source);
+}
+
 QString s3GuiDictionary::textWithFallback(qint32 number, qint32 language) const
 {
     if (m_fallback.textCount() <= 1)

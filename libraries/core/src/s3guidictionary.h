@@ -23,6 +23,9 @@ public:
     /// around what was looked for. Test flag 460 traces it; 404 the texts that aren't known.
     [[nodiscard]] QString translateText(const QString &source, qint32 language);
 
+    /// Whether the main file has \a source, as it stands.
+    [[nodiscard]] bool hasSourceText(const QString &source) const;
+
     /// The text of the main file or of the fallback. An individual language prefers the fallback, German and English
     /// the main file, and any other language the one that has a translation. The experimental feature
     /// "forceFallbackDictionary" prefers the fallback for all; else, with the feature "useFallbackDictionary" disabled,

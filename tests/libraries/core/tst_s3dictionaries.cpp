@@ -72,6 +72,7 @@ void tst_s3Dictionaries::programRunsWithoutDictionaryOfTheGui()
     QCOMPARE(translate(u"Datei"_s), u"Datei"_s);
     QCOMPARE(guiTextCount(), 0);
     QCOMPARE(guiSourceText(1), u""_s);
+    QVERIFY(!guiHasSourceText(u"Datei"_s));
     QCOMPARE(guiText(1, german), u"*** 1 ***"_s);
     QVERIFY(!guiHasText(1, german));
 }
@@ -126,6 +127,8 @@ void tst_s3Dictionaries::guiTexts()
     QCOMPARE(guiText(3, english), u"*** 3 ***"_s);
     QVERIFY(guiHasText(1, english));
     QVERIFY(!guiHasText(1, french));
+    QVERIFY(guiHasSourceText(u"Ende"_s));
+    QVERIFY(!guiHasSourceText(u"Anfang"_s));
 }
 
 void tst_s3Dictionaries::translateFollowsTheLanguage()
