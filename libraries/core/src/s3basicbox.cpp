@@ -3,6 +3,7 @@
 #include "s3basicboxwin.h"
 #include "s3dictionaries.h"
 #include "s3errorchannel.h"
+#include "s3keytext.h"
 #include "s3trace.h"
 #include "s3tracearg.h"
 
@@ -25,7 +26,7 @@ constexpr int margins = 50;
 
 QString productTitle()
 {
-    const QString product = u"Vexa"_s;
+    const QString product = s3KeyText(u"Vexa"_s);
     // Without a dictionary the program speaks the language of its source texts, titles included.
     const bool isUnknown = guiTextCount() > 0 && !guiHasSourceText(product);
     return isUnknown ? qAppName() : translate(product);

@@ -4,6 +4,7 @@
 #include "s3file.h"
 #include "s3fileinfo.h"
 #include "s3language.h"
+#include "s3lasterror.h"
 
 #include <QtEndian>
 
@@ -82,6 +83,8 @@ bool s3Dictionary::open(QString &errorText)
     if (m_file)
         return true;
     m_file = std::make_unique<s3File>(m_filePath);
+    // Qt refuses a directory by itself, and what had failed before must not be taken for the reason.
+    s3ClearLastError();
     if (m_file->open(QIODevice::ReadOnly)) {
         errorText = mapAndCheck();
         m_file->close();

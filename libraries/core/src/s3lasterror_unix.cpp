@@ -6,3 +6,8 @@ unsigned s3LastErrorCode()
 {
     return unsigned(errno);
 }
+
+void s3ClearLastError()
+{
+    errno = 0;
+}

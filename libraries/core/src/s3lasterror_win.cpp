@@ -6,3 +6,8 @@ unsigned s3LastErrorCode()
 {
     return GetLastError();
 }
+
+void s3ClearLastError()
+{
+    SetLastError(0);
+}
