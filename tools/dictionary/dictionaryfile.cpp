@@ -30,19 +30,17 @@ QByteArray digits(int number, int width)
     return QByteArray::number(number).rightJustified(width, '0');
 }
 
-/// Texts behind each other, each with an end mark. The first one is empty, for what has no text.
+/// The texts of one column behind each other, each with an end mark.
 class TextPool
 {
 public:
-    TextPool() { add({}); }
-
-    quint32 add(const QString &text)
+    qsizetype add(const QString &text)
     {
         const qsizetype offset = m_bytes.size();
         for (const QChar unit : text)
             appendUnit(unit.unicode());
         appendUnit(0);
-        return static_cast<quint32>(offset);
+        return offset;
     }
 
     [[nodiscard]] const QByteArray &bytes() const { return m_bytes; }
@@ -57,47 +55,77 @@ private:
     QByteArray m_bytes;
 };
 
+/// The texts of a language lie together, and so do the source texts, since a program reads the sources and one
+/// language: with the texts of a row together it would touch a page of memory for each.
 class Encoder
 {
 public:
+    Encoder()
+    {
+        // An empty one, for what has no text: row 0 belongs to no text and is never read.
+        const Place empty = addText(sourceColumn, {});
+        m_rows.append(QList<Place>(m_pools.size(), empty));
+    }
+
     void addUnused(int number)
     {
-        // Row 0 belongs to no text and is never read.
-        const quint32 offset = number == 0 ? 0 : m_texts.add(placeholderOf(number));
-        for (qsizetype column = 0; column <= languages().size(); ++column)
-            appendNumber(m_rows, offset);
-        if (number > 0)
-            addRecord({});
+        m_rows.append(QList<Place>(m_pools.size(), addText(sourceColumn, placeholderOf(number))));
+        addRecord({});
     }
 
     void add(const Entry &entry)
     {
-        const quint32 source = m_texts.add(entry.source);
-        QList<quint32> own;
-        for (const Cell &cell : entry.cells)
-            own.append(cell.kind == Cell::Own ? m_texts.add(cell.text) : 0);
-        appendNumber(m_rows, source);
+        QList<Place> row{addText(sourceColumn, entry.source)};
+        QList<Place> own;
+        for (int language = 0; language < entry.cells.size(); ++language) {
+            const Cell &cell = entry.cells.at(language);
+            own.append(cell.kind == Cell::Own ? addText(language + 1, cell.text) : row.constFirst());
+        }
         for (int language = 0; language < own.size(); ++language) {
             const int read = entry.languageRead(language);
-            appendNumber(m_rows, read < 0 ? source : own.at(read));
+            row.append(read < 0 ? row.constFirst() : own.at(read));
         }
+        m_rows.append(row);
         addRecord(entry.symbol);
     }
 
     [[nodiscard]] std::optional<QByteArray> file(int textCount, QString &error) const
     {
-        if (m_texts.bytes().size() > maximumPoolSize || m_symbols.size() > maximumPoolSize) {
+        QList<qsizetype> starts;
+        qsizetype size = 0;
+        for (const TextPool &pool : m_pools) {
+            starts.append(size);
+            size += pool.bytes().size();
+        }
+        if (size > maximumPoolSize || m_symbols.size() > maximumPoolSize) {
             error = u"The texts are more than the four gigabytes that the format has room for."_s;
             return {};
         }
-        QByteArray bytes = QByteArray(version.data(), version.size()) + digits(int(languages().size()) + 1, 2) +
+        QByteArray bytes = QByteArray(version.data(), version.size()) + digits(int(m_pools.size()), 2) +
                            digits(textCount, 5) + charset;
-        appendNumber(bytes, static_cast<quint32>(m_texts.bytes().size()));
+        appendNumber(bytes, static_cast<quint32>(size));
         appendNumber(bytes, 0);
-        return bytes + m_rows + m_records + m_texts.bytes() + m_symbols;
+        for (const QList<Place> &row : m_rows) {
+            for (const Place &place : row)
+                appendNumber(bytes, static_cast<quint32>(starts.at(place.column) + place.offset));
+        }
+        bytes += m_records;
+        for (const TextPool &pool : m_pools)
+            bytes += pool.bytes();
+        return bytes + m_symbols;
     }
 
 private:
+    struct Place
+    {
+        int column;
+        qsizetype offset;
+    };
+
+    static constexpr int sourceColumn = 0;
+
+    Place addText(int column, const QString &text) { return {column, m_pools[column].add(text)}; }
+
     void addRecord(const QString &symbol)
     {
         quint32 offset = 0;
@@ -109,9 +137,9 @@ private:
         appendNumber(m_records, offset);
     }
 
-    QByteArray m_rows;
+    QList<TextPool> m_pools = QList<TextPool>(languages().size() + 1);
+    QList<QList<Place>> m_rows;
     QByteArray m_records;
-    TextPool m_texts;
     QByteArray m_symbols = QByteArray(1, '\0');
 };
 
@@ -287,7 +315,7 @@ std::optional<QByteArray> encodeDictionary(const Dictionary &dictionary, QString
         return {};
     }
     Encoder encoder;
-    for (int number = 0; number <= textCount; ++number) {
+    for (int number = 1; number <= textCount; ++number) {
         const auto entry = dictionary.entries.find(number);
         if (entry == dictionary.entries.end())
             encoder.addUnused(number);
