@@ -11,9 +11,9 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-QSet<QString> &unknownTexts()
+s3TextSet &unknownTexts()
 {
-    static QSet<QString> texts;
+    static s3TextSet texts;
     return texts;
 }
 
@@ -62,14 +62,15 @@ bool s3GuiDictionary::open(QString &errorText)
     m_fallback.openQuietly();
     if (!s3Dictionary::open(errorText))
         return false;
+    m_sourceTextNumbers.reserve(size_t(textCount()));
     for (qint32 number = 1; number <= textCount(); ++number) {
         QString source = sourceText(number);
         if (source.isEmpty())
             continue;
-        m_sourceTextNumbers.insert(source, number);
+        m_sourceTextNumbers.insert_or_assign(source, number);
         if (hasTwoSpellings(number)) {
             s3String::replaceProductName(source);
-            m_sourceTextNumbers.insert(source, number);
+            m_sourceTextNumbers.insert_or_assign(source, number);
         }
     }
     return true;
@@ -78,8 +79,9 @@ bool s3GuiDictionary::open(QString &errorText)
 QString s3GuiDictionary::translateText(const QString &source, qint32 language)
 {
     s3ElapsedTimer timer(s3HasTestFlag(460));
-    const qint32 number = m_sourceTextNumbers.value(source, 0);
-    if (number != 0) {
+    const auto found = m_sourceTextNumbers.find(source);
+    if (found != m_sourceTextNumbers.end()) {
+        const qint32 number = found->second;
         QString text = cachedText(number, language);
         const bool foundInCache = !text.isEmpty();
         if (!foundInCache) {
@@ -133,7 +135,7 @@ void s3GuiDictionary::storeCachedText(qint32 number, qint32 language, const QStr
     m_translationCache.insert(cacheKey(number, language), text);
 }
 
-const QSet<QString> &s3GuiDictionary::unknownSourceTexts()
+const s3TextSet &s3GuiDictionary::unknownSourceTexts()
 {
     return unknownTexts();
 }

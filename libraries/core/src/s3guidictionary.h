@@ -1,9 +1,9 @@
 #pragma once
 
 #include "s3dictionary.h"
+#include "s3texthash.h"
 
 #include <QHash>
-#include <QSet>
 
 /// Translates source texts, the very strings that stand in the code. It finds their numbers in its main file, and may
 /// take single translations from a second one, the fallback, where both mean the same text by a number. Works without
@@ -37,13 +37,13 @@ public:
     void storeCachedText(qint32 number, qint32 language, const QString &text);
 
     /// All texts that no dictionary of this process knew when they were to be translated.
-    [[nodiscard]] static const QSet<QString> &unknownSourceTexts();
+    [[nodiscard]] static const s3TextSet &unknownSourceTexts();
 
 private:
     [[nodiscard]] bool isGoodEnough(qint32 number, qint32 language) const;
     [[nodiscard]] bool hasFallbackFor(qint32 number) const;
 
-    QHash<QString, qint32> m_sourceTextNumbers;
+    s3TextMap<qint32> m_sourceTextNumbers;
     QHash<quint32, QString> m_translationCache;
     s3Dictionary m_fallback;
 };
