@@ -65,6 +65,11 @@ void press(HWND box, WORD key)
     SendInput(UINT(inputs.size()), inputs.data(), sizeof(INPUT));
 }
 
+bool isWine()
+{
+    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+}
+
 } // namespace
 
 class tst_s3NativeBox : public QObject
@@ -119,6 +124,8 @@ void tst_s3NativeBox::realBox()
     const HWND box = findBox();
     QCOMPARE(textOf(box), u"L\u00E4st\nline"_s);
     QVERIFY(GetWindow(box, GW_OWNER) == nullptr);
+    if (isWine())
+        QEXPECT_FAIL("", "Wine's boxes don't heed MB_TOPMOST", Continue);
     QVERIFY((GetWindowLongPtrW(box, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0);
     QVERIFY(answer.wait_for(500ms) == std::future_status::timeout);
     // A box may not take the first key, as it comes up.
