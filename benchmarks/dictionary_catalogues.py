@@ -46,7 +46,7 @@ def main() -> None:
     generator = random.Random(SEED)
     texts = sources(options.texts, generator)
     folder = options.folder / "dictionary"
-    folder.mkdir(parents=True)
+    folder.mkdir(parents=True, exist_ok=True)
     template = [message(number, text) for number, text in enumerate(texts, 1)]
     (folder / "template.pot").write_text(header("X-Dictionary-Key: source") + "".join(template), "utf-8")
     for language in CATALOGUES:

@@ -12,7 +12,7 @@ packages_test=(python3 xvfb xdotool x11-utils gettext)
 packages_sanitize=(clang libclang-rt-14-dev)
 packages_lint=(git clang clang-format clang-tidy shellcheck python3)
 packages_dictionaries=(python3-icu)
-packages_benchmark=(libbenchmark-dev xvfb)
+packages_benchmark=(libbenchmark-dev xvfb gettext)
 
 say() {
     printf '%s\n' "$*" >&2
