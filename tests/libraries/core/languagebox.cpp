@@ -1,5 +1,5 @@
-// language_box LETTER FILE: shows the box of a file that can't be opened, in a language, as the program would. For pictures;
-// the dictionaries lie in the working directory and in the program's resources.
+// language_box LETTER FILE: shows the box of a file that can't be opened, in a language, as the program would. For
+// pictures; the dictionaries lie in the working directory and in the program's resources.
 
 #include "s3basicbox.h"
 #include "s3dictionaries.h"

@@ -1,4 +1,5 @@
-// The default title of boxes, with the dictionaries of the process. They can't be closed, so the tests build on each other.
+// The default title of boxes, with the dictionaries of the process. They can't be closed, so the tests build on each
+// other.
 
 #include "boxwatcher.h"
 #include "dictionarybuilder.h"
