@@ -183,6 +183,7 @@ class Defects(Case):
                     f"dic{number}/template.pot: #940: #1 has the same source text.",
                     fatal=False,
                 )
+                self.file.unlink()
 
     def test_only_four_numbers_have_a_second_spelling(self) -> None:
         folder = self.folder(key="source")
