@@ -60,7 +60,7 @@ class Catalogues(unittest.TestCase):
     def test_complete_languages(self) -> None:
         for file in (self.gui, self.messages):
             self.assertGreater(len(file.numbers()), 0)
-            without = [(number, letter) for number in file.numbers() for letter in COMPLETE if not file.has_text(number, letter)]
+            without = [(number, letter) for number in file.numbers() for letter in COMPLETE if not is_translated(file, number, letter)]
             self.assertEqual(without, [])
 
     def test_renamed_texts(self) -> None:
@@ -86,7 +86,7 @@ class Catalogues(unittest.TestCase):
                 self.assertEqual(texts, {f"Individ.{letter}"})
                 continue
             for reader in LETTERS:
-                self.assertEqual(self.messages.has_text(number, reader), reader not in INDIVIDUAL, (letter, reader))
+                self.assertEqual(is_translated(self.messages, number, reader), reader not in INDIVIDUAL, (letter, reader))
 
     def test_language_names_are_unambiguous(self) -> None:
         """The program looks for a name in all languages at once."""
@@ -102,6 +102,12 @@ class Catalogues(unittest.TestCase):
         self.assertEqual([self.messages.text_in(950, letter) for letter in "DEFSI"], ["Deutsch", "German", "allemand", "alemán", "tedesco"])
         self.assertEqual(self.messages.text_in(981, "7"), "日本語")
         self.assertEqual(self.messages.symbol(981), "LANGUAGE_7")
+
+
+def is_translated(file: DictionaryFile, number: int, letter: str) -> bool:
+    """The system takes the source text for a German one as well, so in German it has to be told by the offset."""
+    own = letter != "D" or file.offset(number, LETTERS.index("D")) != file.offset(number, -1)
+    return own and file.has_text(number, letter)
 
 
 def entries(path: Path) -> list[tuple[str, str]]:

@@ -9,6 +9,7 @@ import sys
 import tempfile
 import unittest
 from pathlib import Path
+from typing import IO
 
 from catalogue import Folder
 from dictionaryfile import DictionaryFile
@@ -26,14 +27,16 @@ class Case(unittest.TestCase):
     def folder(self, *fields: str, name: str = "dic", key: str = "number") -> Folder:
         return Folder(self.place / name, *fields, key=key)
 
-    def run_compiler(self, *arguments: str | Path, limit: int | None = None) -> subprocess.CompletedProcess[str]:
+    def run_compiler(
+        self, *arguments: str | Path, limit: int | None = None, stdout: IO[bytes] | int = subprocess.PIPE
+    ) -> subprocess.CompletedProcess[str]:
         def limit_files() -> None:
             if limit is not None:
                 resource.setrlimit(resource.RLIMIT_FSIZE, (limit, limit))
 
         return subprocess.run(
             [OPTIONS.compiler, *arguments],
-            stdout=subprocess.PIPE,
+            stdout=stdout,
             stderr=subprocess.PIPE,
             text=True,
             cwd=self.place,

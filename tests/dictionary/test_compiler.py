@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Tests what the compiler of dictionaries makes, and what it refuses to make."""
+"""Tests what the compiler of dictionaries makes, and which catalogues it refuses."""
 
 from __future__ import annotations
 
@@ -120,6 +120,20 @@ class Defects(Case):
         folder.add("tlh", "")
         self.assert_defects(folder, 'dic/tlh.po: There is no language "tlh".', fatal=True)
 
+    def test_suffix_in_another_case(self) -> None:
+        folder = self.folder()
+        folder.entry(1, "Ja", fr="Oui")
+        folder.write("fr.PO", header("Language: fr") + message(1, "Ja", "Non"))
+        self.assert_defects(folder, 'dic/fr.PO: The name of a catalogue ends in ".po".', fatal=True)
+
+    def test_what_is_no_file(self) -> None:
+        folder = self.folder()
+        (folder.path / "es.po").mkdir()
+        (folder.path / "fr.po").symlink_to("none")
+        os.mkfifo(folder.path / "it.po")
+        defects = [f"dic/{name}.po: It is no file." for name in ("es", "fr", "it")]
+        self.assert_defects(folder, *defects, fatal=True)
+
     def test_other_language_in_the_header(self) -> None:
         folder = self.folder()
         folder.write("fr.po", header("Language: es"))
@@ -137,14 +151,52 @@ class Defects(Case):
 
     def test_placeholder_beside_a_percent_sign(self) -> None:
         folder = self.folder()
-        folder.entry(4, "%1 %", fr="% %1", es="100 % %0 %1")
+        folder.entry(4, "%1 %", fr="% %1", es="100 % %x %%1", it="%L %L1")
         self.assertEqual(self.run_compiler("check", folder.path).returncode, 0)
+
+    def test_placeholders_of_two_digits(self) -> None:
+        folder = self.folder()
+        folder.entry(4, "%1 %12", fr="%01 %123", es="%12 %010", it="%0 %L01 %12", pl="%1 %12 %00")
+        self.assert_defects(
+            folder,
+            "dic/it.po: #4: %0 is there 1 times instead of 0.",
+            "dic/pl.po: #4: %0 is there 1 times instead of 0.",
+            fatal=False,
+        )
 
     def test_duplicate_source(self) -> None:
         folder = self.folder(key="source")
         folder.entry(1, "Ja")
         folder.entry(2, "Ja")
         self.assert_defects(folder, "dic/template.pot: #2: #1 has the same source text.", fatal=False)
+
+    def test_duplicate_source_by_the_second_spelling(self) -> None:
+        for number in (896, 931, 938, 939):
+            with self.subTest(number):
+                folder = self.folder(name=f"dic{number}", key="source")
+                folder.entry(1, "Vexa und Vexa")
+                folder.entry(number, "vexa ERP und vexa ERP")
+                folder.entry(940, "Vexa und Vexa")
+                self.assert_defects(
+                    folder,
+                    f"dic{number}/template.pot: #{number}: #1 has the same source text as its second spelling.",
+                    f"dic{number}/template.pot: #940: #1 has the same source text.",
+                    fatal=False,
+                )
+                self.file.unlink()
+
+    def test_only_four_numbers_have_a_second_spelling(self) -> None:
+        folder = self.folder(key="source")
+        folder.entry(1, "Vexa")
+        folder.entry(895, "vexa ERP")
+        folder.entry(939, "Vexa ERP")
+        self.assertEqual(self.run_compiler("check", folder.path).returncode, 0)
+
+    def test_second_spelling_is_taken(self) -> None:
+        folder = self.folder(key="source")
+        folder.entry(896, "vexa ERP")
+        folder.entry(940, "Vexa")
+        self.assert_defects(folder, "dic/template.pot: #940: #896 has the same source text.", fatal=False)
 
     def test_duplicate_source_where_numbers_count(self) -> None:
         folder = self.folder(key="number")
@@ -231,10 +283,29 @@ class Defects(Case):
         folder.entry(13, "*** 12 ***")
         self.assert_defects(folder, "dic/template.pot: #12: The source text says that there is none.", fatal=False)
 
+    def test_translation_that_is_the_placeholder(self) -> None:
+        folder = self.folder()
+        folder.entry(12, "zwölf", fr="*** 12 ***", es="*** 13 ***", it="*** 12 *** ")
+        self.assert_defects(folder, "dic/fr.po: #12: The translation says that there is none.", fatal=False)
+
     def test_no_template(self) -> None:
         folder = self.folder()
         (folder.path / "template.pot").unlink()
         self.assert_defects(folder, "dic/template.pot: No such file or directory", fatal=True)
+
+    def test_broken_template_is_no_fault_of_the_entries(self) -> None:
+        folder = self.folder()
+        folder.entry(1, "Ja", fr="Oui")
+        folder.add("es", message("one", "Ja", "Sí"))
+        folder.write("xx.po", "")
+        folder.write("template.pot", header("X-Dictionary-Key: number").replace("UTF-8", "UTF-8\0"))
+        self.assert_defects(
+            folder,
+            "dic/template.pot:3: The character U+0000 would end the text.",
+            'dic/es.po: one: The context of "Ja" is no number such as "#1204".',
+            'dic/xx.po: There is no language "xx".',
+            fatal=True,
+        )
 
     def test_template_without_a_key(self) -> None:
         folder = self.folder(key="letter")
@@ -254,6 +325,13 @@ class Defects(Case):
         checked = self.run_compiler("check", folder.path)
         self.assertEqual(checked.returncode, 1)
         self.assertRegex(checked.stderr, r"^dic/fr\.po:\d+: end-of-line within string\n")
+
+    def test_syntax_error_is_told_once(self) -> None:
+        folder = self.folder()
+        folder.write("fr.po", header("Language: fr") + "msgwhat msgwhat msgwhat\n")
+        lines = self.run_compiler("check", folder.path).stderr.splitlines()
+        self.assertGreater(len(lines), 0)
+        self.assertEqual(len(set(lines)), len(lines), lines)
 
     def test_more_syntax_errors_than_are_told(self) -> None:
         folder = self.folder()
@@ -275,6 +353,30 @@ class Defects(Case):
                 self.assertEqual(checked.returncode, 1)
                 self.assertRegex(checked.stderr, r"(?i)^dic/fr\.po:.*(invalid multibyte|no valid UTF-8)")
 
+    def test_invalid_utf_8_that_gettext_lets_pass(self) -> None:
+        for name, text in {
+            "escaped": message(1, "Ja", "O?ui").replace("?", r"\xff"),
+            "in octal": message(1, "Ja", "O?ui").replace("?", r"\377"),
+            "in a comment": message(1, "Ja", "Oui", before="# caf?\n"),
+        }.items():
+            with self.subTest(name):
+                folder = self.folder(name=name)
+                folder.entry(1, "Ja")
+                folder.write("fr.po", (header("Language: fr") + text).encode("utf-8").replace(b"?", b"\xff"))
+                self.assert_defects(folder, f"{name}/fr.po: #1: A text is no valid UTF-8.", fatal=True)
+
+    def test_invalid_utf_8_in_the_template(self) -> None:
+        folder = self.folder()
+        folder.template(message(1, "J?a").replace("?", r"\xff"))
+        self.assert_defects(folder, "dic/template.pot: #1: A text is no valid UTF-8.", fatal=True)
+
+    def test_byte_order_mark(self) -> None:
+        folder = self.folder()
+        folder.entry(1, "Ja")
+        folder.write("fr.po", "\ufeff" + header("Language: fr"))
+        reason = "The file begins with a byte order mark, which gettext takes for text."
+        self.assert_defects(folder, f"dic/fr.po:1: {reason}", fatal=True)
+
     def test_other_encoding(self) -> None:
         folder = self.folder()
         text = header("Language: fr").replace(CONTENT_TYPE, "Content-Type: text/plain; charset=ISO-8859-1")
@@ -284,7 +386,7 @@ class Defects(Case):
     def test_zero_character(self) -> None:
         folder = self.folder()
         folder.entry(1, "Ja")
-        for zero in ("\0", r"\0", r"\000", r"\x00", r"\400", r"\x100"):
+        for zero in ("\0", r"\0", r"\000", r"\x00", r"\400", r"\x100", r"\x1234567800"):
             with self.subTest(zero.encode()):
                 folder.write("fr.po", header("Language: fr") + message(1, "Ja", "O?ui").replace("?", zero))
                 self.assert_defects(folder, "dic/fr.po:8: The character U+0000 would end the text.", fatal=True)
@@ -292,15 +394,45 @@ class Defects(Case):
     def test_what_only_looks_like_a_zero_character(self) -> None:
         folder = self.folder()
         folder.entry(1, "Ja")
-        text = message(1, "Ja", "?", before="# A comment on \\0.\n").replace("?", r"\\0 0 \060 \\x00")
-        folder.write("fr.po", header("Language: fr") + text)
-        self.assertEqual(self.compile(folder).text_in(1, "F"), r"\0 0 0 \x00")
+        text = message(1, "Ja", "?", before="# A comment on \\0.\n").replace("?", r"\\0 0 \060 \\x00 \x1234567841")
+        obsolete = '#~ msgctxt "#2"\n#~ msgid "Nein"\n#~ msgstr "N\\0n"\n\n'
+        folder.write("fr.po", header("Language: fr") + obsolete + text)
+        self.assertEqual(self.compile(folder).text_in(1, "F"), r"\0 0 0 \x00 A")
+
+    def test_zero_character_in_a_comment(self) -> None:
+        folder = self.folder()
+        folder.entry(1, "Ja")
+        folder.add("fr", message(1, "Ja", "Oui", before="# A\0B\n"))
+        self.assert_defects(folder, "dic/fr.po:6: The character U+0000 would end the comment.", fatal=True)
 
     def test_contradicting_marks(self) -> None:
         folder = self.folder()
         folder.entry(1, "Ja")
         folder.add("fr", message(1, "Ja", "Oui", before="# s3dictc: empty\n"))
         self.assert_defects(folder, "dic/fr.po: #1: The comment of s3dictc contradicts the rest.", fatal=True)
+
+    def test_misspelt_marks(self) -> None:
+        for index, mark in enumerate(("s3dictc:empty", "S3dictc: Empty", "s3dictc: german", " s3dictc: empty", "s3dictc: empty.")):
+            with self.subTest(mark):
+                folder = self.folder(name=f"dic{index}")
+                folder.entry(1, "Ja")
+                folder.add("fr", message(1, "Ja", before=f"# A comment.\n# {mark}\n"))
+                reason = f'The comment "{mark.strip()}" is none that s3dictc knows.'
+                self.assert_defects(folder, f"dic{index}/fr.po: #1: {reason}", fatal=True)
+
+    def test_misspelt_symbol(self) -> None:
+        for index, mark in enumerate(("symbol:YES", "Symbol: YES", "symbol:", " symbol: YES")):
+            with self.subTest(mark):
+                folder = self.folder(name=f"dic{index}")
+                folder.template(message(1, "Ja", before=f"#. {mark}\n"))
+                reason = f'The comment "{mark.strip()}" is none that s3dictc knows.'
+                self.assert_defects(folder, f"dic{index}/template.pot: #1: {reason}", fatal=True)
+
+    def test_comments_that_are_no_marks(self) -> None:
+        folder = self.folder()
+        folder.template(message(1, "Ja", before="#. The symbol: of truth.\n"))
+        folder.add("fr", message(1, "Ja", "Oui", before="# What s3dictc: empty means.\n# s3dictc\n"))
+        self.assertEqual(self.compile(folder).symbol(1), "")
 
     def test_all_defects_of_all_folders_are_told(self) -> None:
         good, bad, worse = self.folder(name="good"), self.folder(name="bad"), self.folder(name="worse")
@@ -309,83 +441,6 @@ class Defects(Case):
         checked = self.run_compiler("check", good.path, bad.path, worse.path)
         self.assertEqual(checked.returncode, 1)
         self.assertEqual(len(checked.stderr.splitlines()), 2)
-
-
-class Writing(Case):
-    def test_refused_catalogues_leave_the_file_as_it_is(self) -> None:
-        folder = self.folder()
-        folder.add("xx", "")
-        self.file.write_bytes(b"before")
-        self.assertEqual(self.run_compiler("compile", folder.path, self.file).returncode, 1)
-        self.assertEqual(self.file.read_bytes(), b"before")
-
-    def test_failed_write_leaves_the_file_as_it_is(self) -> None:
-        folder = self.folder()
-        folder.entry(500, "a" * 1000)
-        self.file.write_bytes(b"before")
-        done = self.run_compiler("compile", folder.path, self.file, limit=4096)
-        self.assertEqual(done.returncode, 1)
-        self.assertIn("can't be written", done.stderr)
-        self.assertEqual(self.file.read_bytes(), b"before")
-        self.assertEqual(sorted(path.name for path in self.place.iterdir()), ["dic", "out.dat.0"])
-
-    def test_folder_that_does_not_exist(self) -> None:
-        done = self.run_compiler("compile", self.folder().path, self.place / "none" / "out")
-        self.assertEqual(done.returncode, 1)
-        self.assertIn("can't be written", done.stderr)
-
-    def test_failed_dump_leaves_nothing(self) -> None:
-        folder = self.folder()
-        folder.entry(1, "a" * 10000)
-        self.compile(folder)
-        done = self.run_compiler("dump", self.file, self.place / "dumped", limit=4096)
-        self.assertEqual(done.returncode, 1)
-        self.assertEqual(sorted(path.name for path in self.place.iterdir()), ["dic", "out.dat.0"])
-
-    def test_dump_does_not_touch_what_is_there(self) -> None:
-        folder = self.folder()
-        self.compile(folder)
-        done = self.run_compiler("dump", self.file, folder.path)
-        self.assertEqual((done.returncode, done.stderr), (1, f"s3dictc: {folder.path} is there already.\n"))
-        self.assertEqual(os.listdir(folder.path), ["template.pot"])
-
-    def test_dump_into_an_empty_folder(self) -> None:
-        self.compile(self.folder())
-        (self.place / "dumped").mkdir()
-        self.assertEqual(len(os.listdir(self.dump(self.file))), 33)
-
-
-class CommandLine(Case):
-    def test_wrong_use(self) -> None:
-        for arguments in ([], ["compile"], ["compile", "a"], ["dump", "a", "b", "c"], ["check"], ["mend", "a"], ["--what"],
-                          ["dump", "--lenient", "a", "b"], ["stats", "--by-source", "a"]):  # fmt: skip
-            with self.subTest(arguments):
-                done = self.run_compiler(*arguments)
-                self.assertEqual((done.returncode, done.stdout), (2, ""))
-                self.assertNotEqual(done.stderr, "")
-
-    def test_help(self) -> None:
-        done = self.run_compiler("--help")
-        self.assertEqual((done.returncode, done.stderr), (0, ""))
-        self.assertIn("s3dictc compile", done.stdout)
-
-    def test_stats(self) -> None:
-        folder = self.folder()
-        folder.entry(1, "eins", de="eins", en_US="one", fr="un")
-        folder.entry(2, "zwei", de="zwei", fr="deux")
-        folder.entry(3, "drei", fr="trois")
-        folder.entry(4, "vier", en_US="four")
-        folder.add("fr", message(4, "vier", "quatre", before="#, fuzzy\n"))
-        done = self.run_compiler("stats", folder.path)
-        self.assertEqual((done.returncode, done.stderr), (0, ""))
-        lines = done.stdout.splitlines()
-        self.assertEqual(lines[0], f"{folder.path}: 4 texts")
-        counts = {line.split()[1]: [int(count) for count in line.split()[2:]] for line in lines[2:]}
-        self.assertEqual(list(counts), CATALOGUES)
-        self.assertEqual(counts["de"], [2, 0, 2])
-        self.assertEqual(counts["en_US"], [2, 1, 1])
-        self.assertEqual(counts["fr"], [3, 1, 0])
-        self.assertEqual(counts["ja"], [0, 3, 1])
 
 
 if __name__ == "__main__":

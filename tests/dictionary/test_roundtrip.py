@@ -112,6 +112,13 @@ class RoundTrip(Case):
         self.assertEqual((file.text_in(1, "I"), file.has_text(1, "I")), ("Ja", False))
         self.assert_same_bytes(folder.path)
 
+    def test_byte_order_mark_at_the_start_of_a_text(self) -> None:
+        folder = self.folder()
+        folder.entry(1, "\ufeffJa", "\ufeffYES", fr="\ufeff\ufeffOui")
+        file = self.compile(folder)
+        self.assertEqual((file.source(1), file.symbol(1), file.text_in(1, "F")), ("\ufeffJa", "\ufeffYES", "\ufeff\ufeffOui"))
+        self.assert_same_bytes(folder.path)
+
     def test_empty_dictionary(self) -> None:
         self.assert_same_bytes(self.folder().path)
 
@@ -158,7 +165,10 @@ class RoundTrip(Case):
         builder = Builder(columns=32)
         builder.row(2, builder.text("Quelle"), builder.text("others"), D=builder.text("Deutsch"))
         self.assert_read_alike(builder.file())
-        self.assertFalse(DictionaryFile.read(self.file).has_text(2, "7"))
+        # What the program reads in this language is the one thing that the way over catalogues changes.
+        before, after = DictionaryFile(builder.file()), DictionaryFile.read(self.file)
+        self.assertEqual((before.text_in(2, "7"), after.text_in(2, "7")), (placeholder(2), "others"))
+        self.assertEqual((before.has_text(2, "7"), after.has_text(2, "7")), (False, False))
 
     def test_what_nobody_reads_is_skipped(self) -> None:
         builder = Builder()

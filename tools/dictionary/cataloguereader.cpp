@@ -22,9 +22,18 @@ public:
         const QDir folder(path);
         m_folder = QFileInfo(folder.absolutePath()).fileName();
         m_template = m_folder + u'/' + templateName;
-        readTemplate(folder.filePath(templateName));
-        for (const QString &name : folder.entryList({u"*.po"_s}, QDir::Files, QDir::Name))
-            readLanguage(folder.filePath(name), name);
+        m_hasTemplate = readTemplate(folder.filePath(templateName));
+        // Also what Qt counts among the files of the system, such as a link that leads nowhere.
+        const QDir::Filters filters = QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot;
+        for (const QFileInfo &catalogue : folder.entryInfoList({u"*.po"_s}, filters, QDir::Name)) {
+            m_name = m_folder + u'/' + catalogue.fileName();
+            if (!catalogue.isFile())
+                complain(Defect::Fatal, {}, u"It is no file."_s);
+            else if (!catalogue.fileName().endsWith(u".po"_s))
+                complain(Defect::Fatal, {}, u"The name of a catalogue ends in \".po\"."_s);
+            else
+                readLanguage(catalogue.filePath(), catalogue.completeBaseName());
+        }
         return m_dictionary;
     }
 
@@ -34,12 +43,13 @@ private:
         m_defects.append({weight, m_name, entry, reason});
     }
 
-    void readTemplate(const QString &path)
+    /// Returns false if it can't be read at all.
+    bool readTemplate(const QString &path)
     {
         m_name = m_template;
         const std::optional<PoFile> file = readPo(path, m_name, m_defects);
         if (!file)
-            return;
+            return false;
         readHeader(*file);
         for (const PoMessage &message : file->messages) {
             const int number = numberOf(message);
@@ -53,6 +63,7 @@ private:
             if (!m_dictionary.entries.emplace(number, entry).second)
                 complain(Defect::Fatal, message.context, u"The number is there twice."_s);
         }
+        return true;
     }
 
     void readHeader(const PoFile &file)
@@ -73,10 +84,8 @@ private:
         }
     }
 
-    void readLanguage(const QString &path, const QString &fileName)
+    void readLanguage(const QString &path, const QString &name)
     {
-        m_name = m_folder + u'/' + fileName;
-        const QString name = QFileInfo(fileName).completeBaseName();
         const int language = languageIndex(name);
         if (language < 0) {
             complain(Defect::Fatal, {}, u"There is no language \"%1\"."_s.arg(name));
@@ -95,7 +104,7 @@ private:
     void readTranslation(const PoMessage &message, int language)
     {
         const int number = numberOf(message);
-        if (number == 0)
+        if (number == 0 || !m_hasTemplate)
             return;
         const auto entry = m_dictionary.entries.find(number);
         if (entry == m_dictionary.entries.end() || entry->second.source != message.id) {
@@ -105,6 +114,8 @@ private:
         }
         Cell &cell = entry->second.cells[language];
         const QStringList comments = message.comments.split(u'\n');
+        for (const QString &line : comments)
+            checkMark(message, line, u"s3dictc:"_s, line == emptyMark || line == asGermanMark);
         const bool empty = comments.contains(emptyMark);
         const bool asGerman = comments.contains(asGermanMark);
         if ((empty || asGerman) && (empty == asGerman || !message.text.isEmpty()))
@@ -153,7 +164,9 @@ private:
     {
         QString symbol;
         for (const QString &line : message.extractedComments.split(u'\n')) {
-            if (!line.startsWith(symbolMark))
+            const bool isSymbol = line.startsWith(symbolMark) && !line.mid(symbolMark.size()).trimmed().isEmpty();
+            checkMark(message, line, symbolMark.trimmed(), isSymbol);
+            if (!isSymbol)
                 continue;
             if (!symbol.isEmpty())
                 complain(Defect::Fatal, message.context, u"There is more than one symbol."_s);
@@ -162,8 +175,17 @@ private:
         return symbol;
     }
 
+    /// One that is misspelt must not pass for a remark.
+    void checkMark(const PoMessage &message, const QString &line, const QString &start, bool isMark)
+    {
+        if (!isMark && line.trimmed().startsWith(start, Qt::CaseInsensitive))
+            complain(Defect::Fatal, message.context,
+                     u"The comment \"%1\" is none that s3dictc knows."_s.arg(line.trimmed()));
+    }
+
     Defects &m_defects;
     Dictionary m_dictionary;
+    bool m_hasTemplate = false;
     QString m_folder;
     QString m_template;
     /// Of the catalogue that is read.

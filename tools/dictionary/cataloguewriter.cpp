@@ -6,6 +6,9 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
+#include <filesystem>
+#include <system_error>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -58,6 +61,16 @@ PoFile catalogueOf(const Dictionary &dictionary, const PoFile &pot, int language
     return file;
 }
 
+QString whyNotMade(const QString &folder, const QString &reason)
+{
+    return u"%1 can't be made: %2"_s.arg(folder, reason);
+}
+
+QString whyNotMade(const QString &folder, const std::error_code &failure)
+{
+    return whyNotMade(folder, QString::fromLocal8Bit(failure.message()));
+}
+
 QString writeAll(const Dictionary &dictionary, const QDir &folder, const QString &name)
 {
     const PoFile pot = templateOf(dictionary, name);
@@ -76,20 +89,23 @@ QString writeAll(const Dictionary &dictionary, const QDir &folder, const QString
 
 QString writeCatalogues(const Dictionary &dictionary, const QString &folder)
 {
-    const QFileInfo target(folder);
-    const QString path = target.absoluteFilePath();
+    // With a slash at its end it would name a file without a name.
+    const QString path = QDir::cleanPath(QFileInfo(folder).absoluteFilePath());
+    const QFileInfo target(path);
     if (target.exists() && (!target.isDir() || !QDir(path).isEmpty()))
         return u"%1 is there already."_s.arg(folder);
     QTemporaryDir work(path + u".XXXXXX"_s);
     if (!work.isValid())
-        return u"%1 can't be made: %2"_s.arg(folder, work.errorString());
-    if (const QString error = writeAll(dictionary, QDir(work.path()), target.fileName()); !error.isEmpty())
+        return whyNotMade(folder, work.errorString());
+    // Itself is for nobody else to read; what is made in it has the rights that any new folder has.
+    const QDir made(work.filePath(u"made"_s));
+    std::error_code failure;
+    std::filesystem::create_directory(made.filesystemPath(), failure);
+    if (failure)
+        return whyNotMade(folder, failure);
+    if (const QString error = writeAll(dictionary, made, target.fileName()); !error.isEmpty())
         return error;
-    // Its folder is for nobody else to read.
-    QFile::setPermissions(work.path(), QFile::permissions(target.absolutePath()));
     QDir().rmdir(path);
-    if (!QDir().rename(work.path(), path))
-        return u"%1 can't be made."_s.arg(folder);
-    work.setAutoRemove(false);
-    return {};
+    std::filesystem::rename(made.filesystemPath(), target.filesystemFilePath(), failure);
+    return failure ? whyNotMade(folder, failure) : QString();
 }

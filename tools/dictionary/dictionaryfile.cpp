@@ -3,7 +3,6 @@
 #include <QStringDecoder>
 #include <QtEndian>
 
-#include <limits>
 #include <utility>
 
 using namespace Qt::Literals::StringLiterals;
@@ -16,7 +15,6 @@ constexpr qsizetype headerSize = 19;
 constexpr qsizetype offsetSize = 4;
 constexpr qsizetype recordSize = 18;
 constexpr qsizetype symbolInRecord = 14;
-constexpr qsizetype maximumPoolSize = std::numeric_limits<quint32>::max();
 
 void appendNumber(QByteArray &bytes, quint32 number)
 {
@@ -89,7 +87,7 @@ public:
         addRecord(entry.symbol);
     }
 
-    [[nodiscard]] std::optional<QByteArray> file(int textCount, QString &error) const
+    [[nodiscard]] std::optional<QByteArray> file(int textCount, qsizetype poolSize, QString &error) const
     {
         QList<qsizetype> starts;
         qsizetype size = 0;
@@ -97,8 +95,8 @@ public:
             starts.append(size);
             size += pool.bytes().size();
         }
-        if (size > maximumPoolSize || m_symbols.size() > maximumPoolSize) {
-            error = u"The texts are more than the four gigabytes that the format has room for."_s;
+        if (size > poolSize || m_symbols.size() > poolSize) {
+            error = u"The texts are more than the %1 bytes that the format has room for."_s.arg(poolSize);
             return {};
         }
         QByteArray bytes = QByteArray(version.data(), version.size()) + digits(int(m_pools.size()), 2) +
@@ -272,7 +270,8 @@ private:
         const qsizetype end = m_file.indexOf('\0', start);
         if (start >= m_file.size() || end < 0)
             return fail(u"Its symbol doesn't end within the file."_s);
-        auto toText = QStringDecoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+        auto toText = QStringDecoder(QStringDecoder::Utf8,
+                                     QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
         symbol = toText(QByteArrayView(m_file).sliced(start, end - start));
         if (toText.hasError())
             return fail(u"Its symbol is no valid UTF-8."_s);
@@ -306,7 +305,7 @@ private:
 
 } // namespace
 
-std::optional<QByteArray> encodeDictionary(const Dictionary &dictionary, QString &error)
+std::optional<QByteArray> encodeDictionary(const Dictionary &dictionary, QString &error, qsizetype poolSize)
 {
     const int lastNumber = dictionary.entries.empty() ? 0 : dictionary.entries.rbegin()->first;
     const int textCount = std::max(dictionary.textCount, lastNumber);
@@ -322,7 +321,7 @@ std::optional<QByteArray> encodeDictionary(const Dictionary &dictionary, QString
         else
             encoder.add(entry->second);
     }
-    return encoder.file(textCount, error);
+    return encoder.file(textCount, poolSize, error);
 }
 
 std::optional<Dictionary> decodeDictionary(const QByteArray &file, QString &error)

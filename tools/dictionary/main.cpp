@@ -46,6 +46,14 @@ Dictionary readAndCheck(const QString &folder, Defects &defects)
     return dictionary;
 }
 
+/// The status, unless what has been printed for the user got lost.
+int flushed(int status)
+{
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
+        return status;
+    return refuse(u"Standard output can't be written."_s);
+}
+
 int compile(const QString &folder, const QString &path, bool lenient)
 {
     Defects defects;
@@ -159,7 +167,7 @@ int main(int argc, char *argv[])
     }
     if (parser.isSet(help)) {
         print(stdout, QString::fromUtf8(usage));
-        return Done;
+        return flushed(Done);
     }
-    return perform(parser.positionalArguments(), parser.isSet(lenient), parser.isSet(bySource));
+    return flushed(perform(parser.positionalArguments(), parser.isSet(lenient), parser.isSet(bySource)));
 }

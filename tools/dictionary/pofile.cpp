@@ -20,6 +20,8 @@ struct Complaint
     int severity;
     QString place;
     QString text;
+
+    bool operator==(const Complaint &) const = default;
 };
 QList<Complaint> complaints;
 std::jmp_buf abandoned;
@@ -27,7 +29,10 @@ std::jmp_buf abandoned;
 void complain(int severity, const char *file, size_t line, const char *text)
 {
     const bool known = file != nullptr && line != size_t(-1);
-    complaints.append({severity, known ? u":%1"_s.arg(line) : QString(), QString::fromUtf8(text).trimmed()});
+    const Complaint complaint{severity, known ? u":%1"_s.arg(line) : QString(), QString::fromUtf8(text).trimmed()};
+    // Of several in a line it says the same, since the columns aren't told.
+    if (!complaints.contains(complaint))
+        complaints.append(complaint);
 }
 
 extern "C" {
@@ -115,21 +120,30 @@ private:
         bool clean = true;
         for (int line = 1; !file.atEnd(); ++line) {
             const QByteArray bytes = file.readLine();
-            if (bytes.contains('\0') || hasEscapedZero(bytes)) {
-                m_defects.append({Defect::Fatal,
-                                  u"%1:%2"_s.arg(m_name).arg(line),
-                                  {},
-                                  u"The character U+0000 would end the text."_s});
+            const QString reason = whyUnclean(bytes, line == 1);
+            if (!reason.isEmpty()) {
+                m_defects.append({Defect::Fatal, u"%1:%2"_s.arg(m_name).arg(line), {}, reason});
                 clean = false;
             }
         }
         return clean;
     }
 
+    [[nodiscard]] static QString whyUnclean(const QByteArray &line, bool isFirst)
+    {
+        if (isFirst && line.startsWith("\xEF\xBB\xBF"))
+            return u"The file begins with a byte order mark, which gettext takes for text."_s;
+        // Obsolete entries are comments, too; what they say isn't read.
+        const bool isComment = line.trimmed().startsWith('#');
+        if (isComment && line.contains('\0'))
+            return u"The character U+0000 would end the comment."_s;
+        if (!isComment && (line.contains('\0') || hasEscapedZero(line)))
+            return u"The character U+0000 would end the text."_s;
+        return {};
+    }
+
     [[nodiscard]] static bool hasEscapedZero(const QByteArray &line)
     {
-        if (line.startsWith('#') && !line.startsWith("#~"))
-            return false;
         const auto isOctal = [](char digit) {
             return digit >= '0' && digit <= '7';
         };
@@ -144,7 +158,10 @@ private:
             while (end < line.size() && (hexadecimal ? isHexadecimal(line.at(end)) : isOctal(line.at(end))) &&
                    (hexadecimal || end - start < 3))
                 ++end;
-            if (end > start && line.mid(start, end - start).toUInt(nullptr, hexadecimal ? 16 : 8) % 256 == 0)
+            // A byte has room for the last two digits of any number of them, and for three less a bit in octal.
+            const QByteArray digits =
+                hexadecimal ? line.mid(start, end - start).right(2) : line.mid(start, end - start);
+            if (end > start && digits.toUInt(nullptr, hexadecimal ? 16 : 8) % 256 == 0)
                 return true;
             at = std::max(end, at + 1);
         }
@@ -173,7 +190,9 @@ private:
     {
         if (bytes == nullptr)
             return {};
-        auto toText = QStringDecoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+        // U+FEFF is a character like any other in here.
+        auto toText = QStringDecoder(QStringDecoder::Utf8,
+                                     QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
         const QString result = toText(bytes);
         if (toText.hasError())
             m_defects.append({Defect::Fatal, m_name, entry, u"A text is no valid UTF-8."_s});

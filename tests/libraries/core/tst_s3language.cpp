@@ -224,6 +224,7 @@ void tst_s3Language::individualLanguageWithoutCode()
     QVERIFY(setLanguage(u"1"_s, u""_s));
     QCOMPARE(currentIsoCode(), u"1"_s);
     QCOMPARE(currentLocaleName(), u"1"_s);
+    QCOMPARE(::acceptLanguage(), u"1,en-US;q=0.9,en;q=0.8"_s);
     QCOMPARE(QLocale().name(), u"ar_EG"_s);
     QCOMPARE(QGuiApplication::layoutDirection(), Qt::LeftToRight);
 }

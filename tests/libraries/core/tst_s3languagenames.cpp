@@ -56,6 +56,7 @@ private Q_SLOTS:
     void letterForText_data();
     void letterForText();
     void individualCodeIsFoundByText();
+    void displayNameInTheFormOfALocaleIsFound();
     void lettersForTexts();
     void letterForLocale_data();
     void letterForLocale();
@@ -122,6 +123,18 @@ void tst_s3LanguageNames::individualCodeIsFoundByText()
     QCOMPARE(::letterForText(u"pt"_s), u"3"_s);
     QVERIFY(setIndividualIsoCode(u"3"_s, u"de"_s));
     QCOMPARE(::letterForText(u"de"_s), u"D"_s);
+}
+
+void tst_s3LanguageNames::displayNameInTheFormOfALocaleIsFound()
+{
+    const QString before = individualName(u"2"_s);
+    QVERIFY(setIndividualName(u"2"_s, u"de-DE"_s));
+    const QString byText = ::letterForText(u"de-de"_s);
+    const QString byLocale = ::letterForLocale(QLocale(u"de_DE"_s));
+    QVERIFY(setIndividualName(u"2"_s, before));
+    QCOMPARE(byText, u"2"_s);
+    // It is asked for the whole name before the language alone.
+    QCOMPARE(byLocale, u"2"_s);
 }
 
 void tst_s3LanguageNames::lettersForTexts()
