@@ -16,6 +16,7 @@
 #include <QWindow>
 
 #include <algorithm>
+#include <thread>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -24,12 +25,17 @@ namespace {
 // What the box has beside icon and text, in pixels.
 constexpr int margins = 50;
 
+// Taken before main(). There may be no application that could be asked.
+const std::thread::id mainThread = std::this_thread::get_id();
+
 QString productTitle()
 {
     const QString product = s3KeyText(u"Vexa"_s);
+    // translate() notes what it is asked for, without a lock.
+    const QString title = std::this_thread::get_id() == mainThread ? translate(product) : guiTranslation(product);
     // Without a dictionary the program speaks the language of its source texts, titles included.
     const bool isUnknown = guiTextCount() > 0 && !guiHasSourceText(product);
-    return isUnknown ? qAppName() : translate(product);
+    return isUnknown ? qAppName() : title;
 }
 
 } // namespace

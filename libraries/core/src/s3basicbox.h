@@ -4,8 +4,8 @@
 #include <QStringList>
 
 /// The one way in which the core speaks to the user in a box. Each of the static functions blocks until the box is
-/// closed. They are for the GUI thread, but for those that are fatal: these show a box of the system's own
-/// (s3basicboxwin.h) and can be called from any thread.
+/// closed, if there is one: see show(). They are for the GUI thread, but for those that are fatal: these show a box of
+/// the system's own (s3basicboxwin.h) and can be called from any thread.
 class s3BasicBox : public QMessageBox
 {
 public:
@@ -19,11 +19,12 @@ public:
     static int information(const QString &text);
     static int fatalChoice(const QString &text, StandardButtons buttons, StandardButton defaultButton);
 
-    /// Shows a box and returns the StandardButton that closed it. An empty \a title stands for the product's own, and
-    /// for the program's name if no dictionary knows that. \a isFatal shows a box that needs neither Qt's widgets nor
-    /// an event loop; its result is 0 if it couldn't be shown, or if the answer isn't known. Where the protocol has a
-    /// channel "error", a Critical box is written to it and isn't shown; the result is 0. Test flag 335 makes every box
-    /// fatal, 336 none, 334 traces.
+    /// Shows a box and returns the StandardButton that closed it. An empty \a title stands for the product's own:
+    /// "Vexa" without a dictionary, and the program's name with one that has no text for that. \a isFatal shows a box
+    /// that needs neither Qt's widgets nor an event loop; its result is 0 if it couldn't be shown, as without a
+    /// display, or if the answer isn't known. Where the protocol has a channel "error", a Critical box is written to it
+    /// and isn't shown; the result is 0. Test flag 335 makes every box fatal, 336 none, so that one of another thread's
+    /// mustn't be shown then; 334 traces.
     static int show(Icon type, const QString &title, const QString &text, StandardButtons buttons,
                     StandardButton defaultButton, bool isFatal);
 

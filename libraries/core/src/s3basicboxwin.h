@@ -4,7 +4,8 @@
 
 /// Boxes that are shown without Qt's widgets, without an event loop and without a font of this process: what is left
 /// when the process may be damaged. The values are those of the Windows call MessageBoxW on each system. From any
-/// thread.
+/// thread. On Linux it relies on memory that can be allocated and on posix_spawn(), so it isn't async-signal-safe: in
+/// the handler of a signal that came while memory was being allocated it may hang. It leaves errno as it was.
 namespace s3BasicBoxWin {
 
 // The MB_ values of winuser.h, and the results of the call.
@@ -41,9 +42,11 @@ constexpr int resultNo = 7;
 
 [[nodiscard]] QMessageBox::StandardButton result2Button(int result);
 
-/// The box itself, with a file a platform: MessageBoxW on Windows. Elsewhere a program of the desktop's shows it; where
-/// there is no display, or none of the programs, \a text goes to standard error. Returns one of the results above, or 0
-/// if there was no box or its answer is lost.
+/// The box itself, with a file a platform: MessageBoxW on Windows. Elsewhere a program of the desktop's shows it, as an
+/// ordinary window and not above all others, with HTML made readable; on Windows \a text is shown as it stands. Where
+/// there is no display, or none of the programs, or the program's answer is lost, \a text goes to standard error, and
+/// so does one that is too long for a box, after it. Returns one of the results above, or 0 if there was no box or its
+/// answer is lost.
 [[nodiscard]] int messageBox(const QString &title, const QString &text, quint32 flags);
 
 } // namespace s3BasicBoxWin

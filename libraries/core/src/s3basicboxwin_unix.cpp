@@ -1,6 +1,7 @@
 #include "s3basicboxwin.h"
 
 #include "s3desktopbox.h"
+#include "s3standarderror.h"
 
 #include <QByteArrayList>
 
@@ -13,7 +14,7 @@
 #include <optional>
 #include <spawn.h>
 #include <string_view>
-#include <sys/ioctl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -25,22 +26,6 @@ bool isSet(const char *variable)
 {
     const char *const value = std::getenv(variable);
     return value != nullptr && *value != '\0';
-}
-
-// --- Standard error, for when nothing else is left ---
-
-void writeToStandardError(const QString &title, const QString &text)
-{
-    const QByteArray bytes = title.toUtf8() + ": " + text.toUtf8() + '\n';
-    qsizetype written = 0;
-    while (written < bytes.size()) {
-        const ssize_t count = write(STDERR_FILENO, bytes.constData() + written, size_t(bytes.size() - written));
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            return;
-        written += count;
-    }
 }
 
 // --- What a program is started with, all of it made before there is a second process ---
@@ -72,24 +57,31 @@ bool isUtf8Locale()
     return false;
 }
 
+QByteArray nameOf(const QByteArray &assignment)
+{
+    return assignment.first(std::max(assignment.indexOf('='), qsizetype(0)));
+}
+
 QByteArrayList environmentOfTool()
 {
-    // What is set for the Qt of this process, or a test of it, isn't meant for a program of the desktop.
-    static constexpr std::array<std::string_view, 4> dropped = {
-        "QT_QPA_PLATFORM=", "QT_QPA_GENERIC_PLUGINS=", "QT_QPA_PLATFORM_PLUGIN_PATH=", "QT_PLUGIN_PATH="};
-    const bool isUtf8 = isUtf8Locale();
-    QByteArrayList variables;
-    for (char *const *variable = environ; *variable != nullptr; ++variable) {
-        const std::string_view assignment(*variable);
-        const bool isDropped = std::any_of(dropped.begin(), dropped.end(),
-                                           [&](std::string_view start) { return assignment.starts_with(start); });
-        if (!isDropped && (isUtf8 || !assignment.starts_with("LC_ALL=")))
-            variables += QByteArray(*variable);
-    }
+    QByteArrayList added = s3DesktopTool::environment();
     // zenity refuses arguments that aren't of its locale.
-    if (!isUtf8)
-        variables += "LC_ALL=C.UTF-8";
-    return variables + s3DesktopTool::environment();
+    if (!isUtf8Locale())
+        added += "LC_ALL=C.UTF-8";
+    // What is set for the Qt of this process, or a test of it, isn't meant for a program of the desktop.
+    QByteArrayList dropped{"QT_QPA_PLATFORM", "QT_QPA_GENERIC_PLUGINS", "QT_QPA_PLATFORM_PLUGIN_PATH",
+                           "QT_PLUGIN_PATH"};
+    // Of two assignments the first would count.
+    for (const QByteArray &assignment : added)
+        dropped += nameOf(assignment);
+    QByteArrayList variables;
+    // Null after clearenv().
+    for (char *const *variable = environ; variable != nullptr && *variable != nullptr; ++variable) {
+        const QByteArray assignment(*variable);
+        if (!dropped.contains(nameOf(assignment)))
+            variables += assignment;
+    }
+    return variables + added;
 }
 
 // As execve() wants it; valid as long as \a texts is.
@@ -109,9 +101,9 @@ std::vector<char *> pointersTo(QByteArrayList &texts)
 class Pipe
 {
 public:
-    Pipe()
+    explicit Pipe(bool isWanted)
     {
-        if (pipe2(m_ends.data(), O_CLOEXEC | O_NONBLOCK) != 0)
+        if (isWanted && pipe2(m_ends.data(), O_CLOEXEC | O_NONBLOCK) != 0)
             m_ends = {-1, -1};
     }
     ~Pipe()
@@ -122,7 +114,6 @@ public:
 
     [[nodiscard]] int readEnd() const { return m_ends[0]; }
     [[nodiscard]] int writeEnd() const { return m_ends[1]; }
-    void closeWriteEnd() { closeEnd(1); }
 
 private:
     Q_DISABLE_COPY_MOVE(Pipe)
@@ -137,6 +128,37 @@ private:
     std::array<int, 2> m_ends = {-1, -1};
 };
 
+/// A text to read from, of any length; a pipe may be small. Where it can't be had, the descriptor is -1.
+class TextFile
+{
+public:
+    explicit TextFile(const QByteArray &text)
+        : m_descriptor(text.isEmpty() ? -1 : memfd_create("box", MFD_CLOEXEC))
+        , m_length(text.size())
+    {
+        if (m_descriptor >= 0 && (pwrite(m_descriptor, text.constData(), size_t(m_length), 0) != m_length))
+            closeDescriptor();
+    }
+    ~TextFile() { closeDescriptor(); }
+
+    [[nodiscard]] int descriptor() const { return m_descriptor; }
+    /// By a process that shares the descriptor.
+    [[nodiscard]] bool hasBeenRead() const { return lseek(m_descriptor, 0, SEEK_CUR) == m_length; }
+
+private:
+    Q_DISABLE_COPY_MOVE(TextFile)
+
+    void closeDescriptor()
+    {
+        if (m_descriptor >= 0)
+            close(m_descriptor);
+        m_descriptor = -1;
+    }
+
+    int m_descriptor;
+    const qsizetype m_length;
+};
+
 /// Starts programs with the standard streams that they are given, and without the signal mask and handlers of this
 /// process: it may have been stopped in a handler.
 class Spawn
@@ -144,14 +166,14 @@ class Spawn
 public:
     Spawn()
     {
-        posix_spawn_file_actions_init(&m_actions);
-        posix_spawnattr_init(&m_attributes);
+        note(posix_spawn_file_actions_init(&m_actions));
+        note(posix_spawnattr_init(&m_attributes));
         sigset_t signalSet;
         sigemptyset(&signalSet);
-        posix_spawnattr_setsigmask(&m_attributes, &signalSet);
+        note(posix_spawnattr_setsigmask(&m_attributes, &signalSet));
         sigfillset(&signalSet);
-        posix_spawnattr_setsigdefault(&m_attributes, &signalSet);
-        posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+        note(posix_spawnattr_setsigdefault(&m_attributes, &signalSet));
+        note(posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF));
     }
     ~Spawn()
     {
@@ -163,20 +185,30 @@ public:
     void setStream(int stream, int descriptor)
     {
         if (descriptor >= 0)
-            posix_spawn_file_actions_adddup2(&m_actions, descriptor, stream);
+            note(posix_spawn_file_actions_adddup2(&m_actions, descriptor, stream));
         else
-            posix_spawn_file_actions_addopen(&m_actions, stream, "/dev/null", O_RDWR, 0);
+            note(posix_spawn_file_actions_addopen(&m_actions, stream, "/dev/null", O_RDWR, 0));
     }
 
+    /// -1 if it can't be started as it was to be.
     [[nodiscard]] pid_t start(char *const *arguments, char *const *environment) const
     {
         pid_t child = -1;
-        return posix_spawn(&child, arguments[0], &m_actions, &m_attributes, arguments, environment) == 0 ? child : -1;
+        return !m_hasFailed && posix_spawn(&child, arguments[0], &m_actions, &m_attributes, arguments, environment) == 0
+                   ? child
+                   : -1;
     }
 
 private:
     Q_DISABLE_COPY_MOVE(Spawn)
 
+    void note(int error)
+    {
+        if (error != 0)
+            m_hasFailed = true;
+    }
+
+    bool m_hasFailed = false;
     posix_spawn_file_actions_t m_actions = {};
     posix_spawnattr_t m_attributes = {};
 };
@@ -191,6 +223,10 @@ QByteArray readAvailable(int descriptor)
     return {buffer.data(), std::max(count, ssize_t(0))};
 }
 
+// MessageBoxW's result when there is no answer.
+constexpr int noAnswer = 0;
+
+// Nothing if there was no box.
 std::optional<int> run(const s3DesktopTool &tool, const QByteArray &program, const s3DesktopBox &box)
 {
     QByteArrayList arguments = QByteArrayList{program} + tool.arguments(box);
@@ -198,15 +234,13 @@ std::optional<int> run(const s3DesktopTool &tool, const QByteArray &program, con
     const std::vector<char *> argumentPointers = pointersTo(arguments);
     const std::vector<char *> environmentPointers = pointersTo(environment);
 
-    // A shortened text fits into a pipe, so it is written before anyone reads.
     const QByteArray text = tool.input(box);
-    Pipe input;
-    if (!text.isEmpty() && write(input.writeEnd(), text.constData(), size_t(text.size())) != text.size())
+    const TextFile input(text);
+    if (!text.isEmpty() && input.descriptor() < 0)
         return {};
-    input.closeWriteEnd();
-    const Pipe output;
+    const Pipe output(tool.hasOutput(box));
     Spawn spawn;
-    spawn.setStream(STDIN_FILENO, text.isEmpty() ? -1 : input.readEnd());
+    spawn.setStream(STDIN_FILENO, input.descriptor());
     spawn.setStream(STDOUT_FILENO, output.writeEnd());
     const pid_t child = spawn.start(argumentPointers.data(), environmentPointers.data());
     if (child < 0)
@@ -217,37 +251,44 @@ std::optional<int> run(const s3DesktopTool &tool, const QByteArray &program, con
     do
         ended = waitpid(child, &status, 0);
     while (ended < 0 && errno == EINTR);
-    // This process lets its children go without a word: the box has been there, but its answer is lost.
+    // This process lets its children go without a word. There has been a box, if the program hasn't failed.
     if (ended < 0)
-        return 0;
+        return noAnswer;
     if (!WIFEXITED(status))
         return {};
     // What the program has left running may hold the pipe for longer, so its end isn't waited for.
-    int left = 0;
-    const bool hasReadInput = ioctl(input.readEnd(), FIONREAD, &left) == 0 && left == 0;
-    return tool.result(box, {WEXITSTATUS(status), readAvailable(output.readEnd()), hasReadInput});
+    return tool.result(box, {WEXITSTATUS(status), readAvailable(output.readEnd()), input.hasBeenRead()});
+}
+
+std::optional<int> runFirst(const s3DesktopBox &box, bool thatFits)
+{
+    const bool hasX11 = isSet("DISPLAY");
+    for (const s3DesktopTool &tool : s3DesktopTool::all()) {
+        const bool hasDisplay = hasX11 || (!tool.needsX11 && isSet("WAYLAND_DISPLAY"));
+        if (!hasDisplay || tool.fits(box) != thatFits)
+            continue;
+        const QByteArray program = findProgram(tool.name);
+        const std::optional<int> result = program.isEmpty() ? std::nullopt : run(tool, program, box);
+        if (result)
+            return result;
+    }
+    return {};
 }
 
 } // namespace
 
 int s3BasicBoxWin::messageBox(const QString &title, const QString &text, quint32 flags)
 {
+    // Whoever stopped in a handler finds it as it was.
+    const int error = errno;
     const s3DesktopBox box(title, text, flags);
+    std::optional<int> result = runFirst(box, true);
+    if (!result)
+        result = runFirst(box, false);
+    // After the box, since standard error may keep its writer waiting. A box shows only the start of a long text.
     const QString whole = box.wholeText();
-    const bool hasX11 = isSet("DISPLAY");
-    // The desktop's programs show the start of a long text.
-    const bool isWritten = whole != box.text();
-    if (isWritten)
-        writeToStandardError(box.title(), whole);
-    for (const s3DesktopTool &tool : s3DesktopTool::all()) {
-        const bool hasDisplay = hasX11 || (!tool.needsX11 && isSet("WAYLAND_DISPLAY"));
-        const QByteArray program = hasDisplay ? findProgram(tool.name) : QByteArray();
-        if (program.isEmpty())
-            continue;
-        if (const std::optional<int> result = run(tool, program, box))
-            return *result;
-    }
-    if (!isWritten)
-        writeToStandardError(box.title(), whole);
-    return 0;
+    if (result.value_or(noAnswer) == noAnswer || whole != box.text())
+        s3WriteToStandardError(box.title().toUtf8() + ": " + whole.toUtf8() + '\n');
+    errno = error;
+    return result.value_or(noAnswer);
 }

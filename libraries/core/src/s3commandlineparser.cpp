@@ -19,8 +19,13 @@ QString s3CommandLineParser::helpText() const
     // Qt's texts stay English here: no translator is installed.
     static const QRegularExpression helpAllLine(u" *--help-all  *Displays help including Qt specific options\\.\n"_s);
 
+    // The same in later versions of Qt.
+    static const QRegularExpression laterHelpAllLine(
+        u" *--help-all  *Displays help, including generic Qt options\\.\n"_s);
+
     QString text = QCommandLineParser::helpText();
     text.remove(helpAllLine);
+    text.remove(laterHelpAllLine);
     return text;
 }
 

@@ -82,17 +82,24 @@ QByteArrayList kdialogArguments(const s3DesktopBox &box)
     static constexpr const char *labels[] = {"yes-label", "no-label", "cancel-label"};
     if (box.buttons().size() > 1) {
         for (size_t i = 0; i < box.buttons().size(); ++i)
-            arguments += option(labels[i], box.slot(i).label);
+            arguments += option(labels[i], box.buttons()[i].label);
     }
     return arguments;
 }
 
+// Its first button is the default. And 1 is the end of its second button, of a box of two that is closed, and of one
+// that has lost its display: as good as the second button of two, but not of three.
+bool kdialogFits(const s3DesktopBox &box)
+{
+    return box.buttons().size() == 1 || (box.buttons().size() == 2 && box.isFirstTheDefault());
+}
+
 std::optional<int> kdialogResult(const s3DesktopBox &box, const s3DesktopTool::End &end)
 {
-    // A box of two that is closed without a button gives 2; one of three does so for its third button as well.
+    // The order is MessageBoxW's, so that a box that is closed gives the number of its last button: 1 or 2.
     const auto index = size_t(end.status);
     if (end.status >= 0 && index < box.buttons().size())
-        return box.slot(index).result;
+        return box.buttons()[index].result;
     return end.status == 2 ? std::optional(box.dismissed()) : std::nullopt;
 }
 
@@ -131,11 +138,15 @@ QByteArrayList zenityArguments(const s3DesktopBox &box)
     const size_t count = box.buttons().size();
     const QByteArray icon = zenityIcon(box.icon());
     QByteArrayList arguments;
-    if (count > 1)
-        arguments << "--question" << option("icon-name", "dialog-" + (icon == "info" ? "information" : icon));
-    else
+    if (count > 1) {
+        arguments << "--question";
+        // Version 4 complains about the option, though it heeds it; version 3 refuses the new one, "--icon".
+        if (icon != "question")
+            arguments << option("icon-name", "dialog-" + (icon == "info" ? "information" : icon));
+    } else {
         // A question has two buttons there.
         arguments << "--" + (icon == "question" ? "info" : icon);
+    }
     arguments << "--no-markup" << option("title", box.title().toUtf8()) << option("text", zenityText(box));
     if (count > 1)
         arguments << option("ok-label", box.slot(0).label) << option("cancel-label", box.slot(count - 1).label);
@@ -220,6 +231,21 @@ QByteArray noInput(const s3DesktopBox & /*box*/)
     return {};
 }
 
+bool never(const s3DesktopBox & /*box*/)
+{
+    return false;
+}
+
+bool always(const s3DesktopBox & /*box*/)
+{
+    return true;
+}
+
+bool hasThreeButtons(const s3DesktopBox &box)
+{
+    return box.buttons().size() > 2;
+}
+
 } // namespace
 
 s3DesktopBox::s3DesktopBox(const QString &title, const QString &text, quint32 flags)
@@ -259,9 +285,9 @@ int s3DesktopBox::dismissed() const
 std::span<const s3DesktopTool> s3DesktopTool::all()
 {
     static constexpr s3DesktopTool tools[] = {
-        {"kdialog", false, kdialogArguments, noInput, kdialogResult},
-        {"zenity", false, zenityArguments, noInput, zenityResult},
-        {"xmessage", true, xmessageArguments, xmessageInput, xmessageResult},
+        {"kdialog", false, kdialogFits, kdialogArguments, noInput, never, kdialogResult},
+        {"zenity", false, always, zenityArguments, noInput, hasThreeButtons, zenityResult},
+        {"xmessage", true, always, xmessageArguments, xmessageInput, never, xmessageResult},
     };
     return tools;
 }

@@ -28,6 +28,7 @@ public:
     /// In MessageBoxW's order, one to three.
     [[nodiscard]] std::span<const Button> buttons() const { return m_buttons; }
     [[nodiscard]] const Button &defaultButton() const { return m_buttons[m_defaultIndex]; }
+    [[nodiscard]] bool isFirstTheDefault() const { return m_defaultIndex == 0; }
     /// The buttons with the default in front, for programs whose first button is the default.
     [[nodiscard]] const Button &slot(size_t index) const;
     /// The result of a box that is closed without a button.
@@ -55,9 +56,14 @@ struct s3DesktopTool
 
     const char *name;
     bool needsX11;
+    /// False if the program can't show the box with its default, or its end doesn't tell a person's answer from none.
+    /// It is the last resort for such a box, with the first button as the default.
+    bool (*fits)(const s3DesktopBox &box);
     QByteArrayList (*arguments)(const s3DesktopBox &box);
     /// For the standard input; empty if it reads none.
     QByteArray (*input)(const s3DesktopBox &box);
+    /// Whether result() looks at the output.
+    bool (*hasOutput)(const s3DesktopBox &box);
     /// MessageBoxW's result; nothing if the program has failed.
     std::optional<int> (*result)(const s3DesktopBox &box, const End &end);
 

@@ -42,6 +42,11 @@ QString translate(const QString &sourceText)
     return dictionaries().gui.translateText(sourceText, currentLanguageIndex());
 }
 
+QString guiTranslation(const QString &sourceText)
+{
+    return dictionaries().gui.translation(sourceText, currentLanguageIndex());
+}
+
 bool guiHasSourceText(const QString &sourceText)
 {
     return dictionaries().gui.hasSourceText(sourceText);

@@ -17,7 +17,11 @@
 /// thread.
 [[nodiscard]] QString translate(const QString &sourceText);
 
-/// Whether the GUI dictionary has \a sourceText. Main thread.
+/// The same for other threads: neither the text nor that it isn't known is remembered, and "..." at the end is part of
+/// the text. Any thread.
+[[nodiscard]] QString guiTranslation(const QString &sourceText);
+
+/// Whether the GUI dictionary has \a sourceText. Any thread.
 [[nodiscard]] bool guiHasSourceText(const QString &sourceText);
 
 /// The source text for \a number in the GUI dictionary; empty where the number isn't in use. Any thread.

@@ -103,6 +103,12 @@ QString s3GuiDictionary::translateText(const QString &source, qint32 language)
     return source;
 }
 
+QString s3GuiDictionary::translation(const QString &source, qint32 language) const
+{
+    const auto found = m_sourceTextNumbers.find(source);
+    return found == m_sourceTextNumbers.end() ? source : textWithFallback(found->second, language);
+}
+
 bool s3GuiDictionary::hasSourceText(const QString &source) const
 {
     return m_sourceTextNumbers.contains(source);

@@ -23,7 +23,11 @@ public:
     /// around what was looked for. Test flag 460 traces it; 404 the texts that aren't known.
     [[nodiscard]] QString translateText(const QString &source, qint32 language);
 
-    /// Whether the main file has \a source, as it stands.
+    /// translateText() without its cache, its traces and its notes of what isn't known, and with no mercy on "...". Any
+    /// thread, while the dictionary isn't being opened.
+    [[nodiscard]] QString translation(const QString &source, qint32 language) const;
+
+    /// Whether the main file has \a source, as it stands. Any thread, while the dictionary isn't being opened.
     [[nodiscard]] bool hasSourceText(const QString &source) const;
 
     /// The text of the main file or of the fallback. An individual language prefers the fallback, German and English

@@ -48,7 +48,7 @@ private:
     // A sign that begins no tag is text.
     bool readTag()
     {
-        const qsizetype end = m_html.indexOf(u'>', m_position);
+        const qsizetype end = endOfTag();
         if (end < 0)
             return false;
         QStringView tag = QStringView(m_html).sliced(m_position + 1, end - m_position - 1);
@@ -66,21 +66,65 @@ private:
             m_text += u'\n';
         else if (isBlock(name))
             endLine();
+        else if (!closes && isUnseen(name))
+            skipTo(u"</"_s + name);
         return true;
+    }
+
+    // The place of its last sign; -1 for what is no tag. It takes no longer than the tag has characters.
+    qsizetype endOfTag()
+    {
+        if (QStringView(m_html).sliced(m_position).startsWith("<!--"_L1)) {
+            const qsizetype end = find(u"-->"_s, m_position + 4);
+            return end < 0 ? -1 : end + 2;
+        }
+        for (qsizetype i = m_position + 1; i < m_html.size(); ++i) {
+            const QChar c = m_html.at(i);
+            if (c == u'>')
+                return i;
+            if (c == u'<')
+                return -1;
+            if (c != u'"' && c != u'\'')
+                continue;
+            i = find(c, i + 1);
+            if (i < 0)
+                return -1;
+        }
+        return -1;
+    }
+
+    // What has been looked for in vain isn't looked for again, further on.
+    qsizetype find(const QString &text, qsizetype from)
+    {
+        if (m_missing.contains(text))
+            return -1;
+        const qsizetype found = m_html.indexOf(text, from, Qt::CaseInsensitive);
+        if (found < 0)
+            m_missing.insert(text);
+        return found;
+    }
+
+    void skipTo(const QString &text)
+    {
+        const qsizetype found = find(text, m_position);
+        if (found >= 0)
+            m_position = found;
     }
 
     bool readReference()
     {
-        const qsizetype end = m_html.indexOf(u';', m_position);
-        if (end < 0 || end - m_position > longestReference)
+        const qsizetype length = QStringView(m_html).sliced(m_position).left(longestReference + 1).indexOf(u';');
+        if (length < 0)
             return false;
-        const QString replacement = character(m_html.sliced(m_position + 1, end - m_position - 1));
+        const QString replacement = character(m_html.sliced(m_position + 1, length - 1));
         if (replacement.isEmpty())
             return false;
         m_text += replacement;
-        m_position = end + 1;
+        m_position += length + 1;
         return true;
     }
+
+    static bool isUnseen(const QString &name) { return name == u"style" || name == u"script" || name == u"title"; }
 
     static bool isBlock(const QString &name)
     {
@@ -120,6 +164,7 @@ private:
     QString m_text;
     qsizetype m_position = 0;
     bool m_isPreformatted = false;
+    QSet<QString> m_missing;
 };
 
 } // namespace
@@ -134,7 +179,9 @@ QString s3ReadableText(const QString &text)
 
 QString s3ShortenedText(const QString &text)
 {
-    qsizetype length = std::min(text.size(), maximumLength);
+    // The end of the last line begins no other.
+    const qsizetype whole = text.endsWith(u'\n') ? text.size() - 1 : text.size();
+    qsizetype length = std::min(whole, maximumLength);
     qsizetype lineEnd = -1;
     for (qsizetype line = 0; line < maximumLines; ++line) {
         lineEnd = text.indexOf(u'\n', lineEnd + 1);
@@ -143,7 +190,7 @@ QString s3ShortenedText(const QString &text)
     }
     if (lineEnd >= 0)
         length = std::min(length, lineEnd);
-    if (length == text.size())
+    if (length == whole)
         return text;
     if (length > 0 && text.at(length - 1).isHighSurrogate())
         --length;

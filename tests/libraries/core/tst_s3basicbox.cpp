@@ -44,6 +44,8 @@ void s3WriteTrace(const QString &line)
     lines += line;
 }
 
+static_assert(sizeof(s3BasicBox) == sizeof(QMessageBox));
+
 class tst_s3BasicBox : public QObject
 {
     Q_OBJECT
@@ -62,6 +64,7 @@ private Q_SLOTS:
     void defaultButtonIsSet();
     void flags335And336DecideWhetherItIsFatal_data();
     void flags335And336DecideWhetherItIsFatal();
+    void boxIsQtsWithBothFlags();
     void boxIsTracedWithItsEffectiveValues();
     void nothingIsTracedWithoutTheFlag();
     void criticalBoxGoesToTheErrorChannel_data();
@@ -226,6 +229,16 @@ void tst_s3BasicBox::flags335And336DecideWhetherItIsFatal()
              0);
     QCOMPARE(lines, QStringList{u"s3BasicBox::show() isFatal=%1 myTitle=\"T\" text=\"X\""_s.arg(effective)});
     s3LogStream::closeChannel(u"error"_s);
+}
+
+void tst_s3BasicBox::boxIsQtsWithBothFlags()
+{
+    s3TestFlagsGUI::instance()->insert(335);
+    s3TestFlagsGUI::instance()->insert(336);
+    const BoxWatcher watcher;
+    QCOMPARE(s3BasicBox::warning(u"text"_s), int(QMessageBox::Ok));
+    QCOMPARE(s3BasicBox::fatal(u"text"_s), int(QMessageBox::Ok));
+    QCOMPARE(watcher.boxes().size(), 2);
 }
 
 void tst_s3BasicBox::boxIsTracedWithItsEffectiveValues()

@@ -5,6 +5,7 @@
 #include <QCommandLineOption>
 #include <QOperatingSystemVersion>
 #include <QTest>
+#include <QTranslator>
 
 #include <type_traits>
 
@@ -13,6 +14,38 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 QStringList tracedLines;
+
+class NothingButVirtual : public QCommandLineParser
+{
+public:
+    virtual ~NothingButVirtual() = default;
+};
+
+/// Gives the option --help-all another description.
+class HelpAllWording : public QTranslator
+{
+public:
+    explicit HelpAllWording(const QString &wording)
+        : m_wording(wording)
+    {
+        QCoreApplication::installTranslator(this);
+    }
+    ~HelpAllWording() override { QCoreApplication::removeTranslator(this); }
+
+    [[nodiscard]] bool isEmpty() const override { return false; }
+    [[nodiscard]] QString translate(const char *context, const char *text, const char * /*comment*/,
+                                    int /*number*/) const override
+    {
+        const bool isHelpAll = context == "QCommandLineParser"_ba && QByteArray(text).startsWith("Displays help") &&
+                               QByteArray(text).contains("Qt");
+        return isHelpAll ? m_wording : QString();
+    }
+
+private:
+    Q_DISABLE_COPY_MOVE(HelpAllWording)
+
+    const QString m_wording;
+};
 
 class OwnHelp : public s3CommandLineParser
 {
@@ -29,7 +62,7 @@ void s3WriteTrace(const QString &line)
 }
 
 static_assert(std::has_virtual_destructor_v<s3CommandLineParser>);
-static_assert(sizeof(s3CommandLineParser) == sizeof(OwnHelp));
+static_assert(sizeof(s3CommandLineParser) == sizeof(NothingButVirtual));
 static_assert(std::is_same_v<std::underlying_type_t<ParseResult>, int>);
 
 class tst_s3CommandLineParser : public QObject
@@ -47,6 +80,8 @@ private Q_SLOTS:
     void optionWithoutItsValue();
     void parseCanBeCalledAgain();
     void helpTextHasNoHelpAllLine();
+    void helpAllLineOfOtherVersions_data();
+    void helpAllLineOfOtherVersions();
     void helpTextWithoutHelpAllLineStays();
     void helpHtml();
     void helpHtmlAsksTheDerivedClass();
@@ -183,6 +218,27 @@ void tst_s3CommandLineParser::helpTextHasNoHelpAllLine()
     QCOMPARE(text.count(u'\n'), linesOfBase - 1);
 }
 
+void tst_s3CommandLineParser::helpAllLineOfOtherVersions_data()
+{
+    QTest::addColumn<QString>("wording");
+    QTest::addColumn<bool>("isRemoved");
+    QTest::newRow("6.4") << u"Displays help including Qt specific options."_s << true;
+    QTest::newRow("later") << u"Displays help, including generic Qt options."_s << true;
+    QTest::newRow("another") << u"Displays help, including Qt options."_s << false;
+}
+
+void tst_s3CommandLineParser::helpAllLineOfOtherVersions()
+{
+    QFETCH(const QString, wording);
+    QFETCH(const bool, isRemoved);
+    const HelpAllWording translator(wording);
+    const s3CommandLineParser parser;
+    const QString ofQt = parser.QCommandLineParser::helpText();
+    QVERIFY2(ofQt.contains(wording), qPrintable(ofQt));
+    QCOMPARE(parser.helpText().contains(u"--help-all"_s), !isRemoved);
+    QCOMPARE(parser.helpText().count(u'\n'), ofQt.count(u'\n') - (isRemoved ? 1 : 0));
+}
+
 void tst_s3CommandLineParser::helpTextWithoutHelpAllLineStays()
 {
     s3CommandLineParser parser;
@@ -247,6 +303,7 @@ void tst_s3CommandLineParser::showUsage()
     QTEST(watcher.boxes().first().icon, "icon");
     QCOMPARE(watcher.boxes().first().text, parser.helpHtml(errorMessage));
     QCOMPARE(watcher.boxes().first().buttons, QMessageBox::Ok);
+    QCOMPARE(watcher.boxes().first().title, u"Vexa"_s);
 }
 
 QTEST_MAIN(tst_s3CommandLineParser)

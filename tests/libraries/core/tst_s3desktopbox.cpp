@@ -5,6 +5,7 @@
 #include "s3readabletext.h"
 #include "s3testflags.h"
 
+#include <QElapsedTimer>
 #include <QMetaEnum>
 #include <QTest>
 
@@ -82,6 +83,8 @@ class tst_s3DesktopBox : public QObject
 private Q_SLOTS:
     void init();
     void order();
+    void kdialogIsTheLastResort_data();
+    void kdialogIsTheLastResort();
     void kdialogArguments_data();
     void kdialogArguments();
     void kdialogResult_data();
@@ -104,6 +107,10 @@ private Q_SLOTS:
     void rightToLeftText();
     void readableText_data();
     void readableText();
+    void hugeTextIsReadQuickly_data();
+    void hugeTextIsReadQuickly();
+    void shortenedText_data();
+    void shortenedText();
 };
 
 void tst_s3DesktopBox::init()
@@ -118,6 +125,34 @@ void tst_s3DesktopBox::order()
     for (const s3DesktopTool &tool : s3DesktopTool::all())
         names += QString::fromLatin1(tool.name);
     QCOMPARE(names, (QStringList{u"kdialog"_s, u"zenity"_s, u"xmessage"_s}));
+}
+
+void tst_s3DesktopBox::kdialogIsTheLastResort_data()
+{
+    QTest::addColumn<QMessageBox::StandardButtons>("buttons");
+    QTest::addColumn<QMessageBox::StandardButton>("defaultButton");
+    QTest::addColumn<bool>("fits");
+
+    const QMessageBox::StandardButtons ok = QMessageBox::Ok;
+    const QMessageBox::StandardButton none = QMessageBox::NoButton;
+    QTest::newRow("one") << ok << none << true;
+    QTest::newRow("two") << okCancel << none << true;
+    QTest::newRow("two, first is default") << yesNo << QMessageBox::Yes << true;
+    QTest::newRow("two, second is default") << yesNo << QMessageBox::No << false;
+    QTest::newRow("Cancel is default") << okCancel << QMessageBox::Cancel << false;
+    QTest::newRow("three") << yesNoCancel << none << false;
+    QTest::newRow("three, third is default") << yesNoCancel << QMessageBox::Cancel << false;
+}
+
+void tst_s3DesktopBox::kdialogIsTheLastResort()
+{
+    QFETCH(const QMessageBox::StandardButtons, buttons);
+    QFETCH(const QMessageBox::StandardButton, defaultButton);
+    call.buttons = buttons;
+    call.defaultButton = defaultButton;
+    QTEST(toolNamed(u"kdialog"_s).fits(box()), "fits");
+    QVERIFY(toolNamed(u"zenity"_s).fits(box()));
+    QVERIFY(toolNamed(u"xmessage"_s).fits(box()));
 }
 
 void tst_s3DesktopBox::kdialogArguments_data()
@@ -139,15 +174,15 @@ void tst_s3DesktopBox::kdialogArguments_data()
     QTest::newRow("two, question") << QMessageBox::Question << yesNo << none << u"yesno"_s
                                    << u"--yes-label=Yes --no-label=No"_s;
     QTest::newRow("two, second is default")
-        << QMessageBox::Question << yesNo << QMessageBox::No << u"yesno"_s << u"--yes-label=No --no-label=Yes"_s;
+        << QMessageBox::Question << yesNo << QMessageBox::No << u"yesno"_s << u"--yes-label=Yes --no-label=No"_s;
     QTest::newRow("three") << QMessageBox::Warning << yesNoCancel << none << u"warningyesnocancel"_s
                            << u"--yes-label=Yes --no-label=No --cancel-label=Cancel"_s;
     QTest::newRow("three, second is default")
         << QMessageBox::Question << yesNoCancel << QMessageBox::No << u"yesnocancel"_s
-        << u"--yes-label=No --no-label=Yes --cancel-label=Cancel"_s;
+        << u"--yes-label=Yes --no-label=No --cancel-label=Cancel"_s;
     QTest::newRow("three, third is default")
         << QMessageBox::Question << yesNoCancel << QMessageBox::Cancel << u"yesnocancel"_s
-        << u"--yes-label=Cancel --no-label=Yes --cancel-label=No"_s;
+        << u"--yes-label=Yes --no-label=No --cancel-label=Cancel"_s;
 }
 
 void tst_s3DesktopBox::kdialogArguments()
@@ -178,18 +213,21 @@ void tst_s3DesktopBox::kdialogResult_data()
     QTest::newRow("one, refused") << ok << none << 1 << u"failed"_s;
     QTest::newRow("Ok of two") << okCancel << none << 0 << u"Ok"_s;
     QTest::newRow("Cancel of two") << okCancel << none << 1 << u"Cancel"_s;
-    QTest::newRow("two, closed") << okCancel << none << 2 << u"Cancel"_s;
-    QTest::newRow("Cancel as default") << okCancel << QMessageBox::Cancel << 0 << u"Cancel"_s;
-    QTest::newRow("Ok beside the default") << okCancel << QMessageBox::Cancel << 1 << u"Ok"_s;
-    QTest::newRow("default Cancel, closed") << okCancel << QMessageBox::Cancel << 2 << u"Cancel"_s;
+    QTest::newRow("two, closed") << okCancel << none << 1 << u"Cancel"_s;
+    QTest::newRow("two, closed in a version of its own") << okCancel << none << 2 << u"Cancel"_s;
+    QTest::newRow("Ok beside the default") << okCancel << QMessageBox::Cancel << 0 << u"Ok"_s;
+    QTest::newRow("default Cancel, closed") << okCancel << QMessageBox::Cancel << 1 << u"Cancel"_s;
     QTest::newRow("Yes") << yesNo << none << 0 << u"Yes"_s;
     QTest::newRow("No") << yesNo << none << 1 << u"No"_s;
-    QTest::newRow("Yes and No, closed") << yesNo << none << 2 << u"No"_s;
+    QTest::newRow("Yes and No, closed") << yesNo << none << 1 << u"No"_s;
+    QTest::newRow("Yes and No, default No, closed") << yesNo << QMessageBox::No << 1 << u"No"_s;
     QTest::newRow("Yes of three") << yesNoCancel << none << 0 << u"Yes"_s;
     QTest::newRow("No of three") << yesNoCancel << none << 1 << u"No"_s;
     QTest::newRow("Cancel of three") << yesNoCancel << none << 2 << u"Cancel"_s;
-    QTest::newRow("No as default of three") << yesNoCancel << QMessageBox::No << 0 << u"No"_s;
-    QTest::newRow("Yes beside the default of three") << yesNoCancel << QMessageBox::No << 1 << u"Yes"_s;
+    QTest::newRow("three, second is default, closed") << yesNoCancel << QMessageBox::No << 2 << u"Cancel"_s;
+    QTest::newRow("three, third is default, closed") << yesNoCancel << QMessageBox::Cancel << 2 << u"Cancel"_s;
+    QTest::newRow("No as default of three") << yesNoCancel << QMessageBox::No << 1 << u"No"_s;
+    QTest::newRow("Yes beside the default of three") << yesNoCancel << QMessageBox::No << 0 << u"Yes"_s;
     QTest::newRow("unknown") << yesNoCancel << none << 3 << u"failed"_s;
     QTest::newRow("refused") << yesNoCancel << none << 255 << u"failed"_s;
 }
@@ -224,8 +262,7 @@ void tst_s3DesktopBox::zenityArguments_data()
     QTest::newRow("two, second is default")
         << QMessageBox::Warning << yesNo << QMessageBox::No << u"--question --icon-name=dialog-warning"_s
         << u"--ok-label=No --cancel-label=Yes"_s;
-    QTest::newRow("three") << QMessageBox::Question << yesNoCancel << none
-                           << u"--question --icon-name=dialog-question"_s
+    QTest::newRow("three") << QMessageBox::Question << yesNoCancel << none << u"--question"_s
                            << u"--ok-label=Yes --cancel-label=Cancel --extra-button=No"_s;
     QTest::newRow("three, second is default")
         << QMessageBox::Information << yesNoCancel << QMessageBox::No << u"--question --icon-name=dialog-information"_s
@@ -440,6 +477,17 @@ void tst_s3DesktopBox::readableText_data()
     QTest::newRow("what is no reference") << u"<p>a & b &; &nosuch; &#; &#0; &#xD800; &#x110000; &amp"_s
                                           << u"a & b &; &nosuch; &#; &#0; &#xD800; &#x110000; &amp"_s;
     QTest::newRow("reference made of another") << u"<p>&amp;lt;</p>"_s << u"&lt;"_s;
+    QTest::newRow("sign within an attribute")
+        << u"<p>a <a title=\"x > y\">b</a> <a title='>\"'>c</a></p>"_s << u"a b c"_s;
+    QTest::newRow("quotation mark that isn't closed") << u"<p>a <b title=\"x>c</b>"_s << u"a <b title=\"x>c"_s;
+    QTest::newRow("tag within a tag") << u"<p>a <b <i>c</i></p>"_s << u"a <b c"_s;
+    QTest::newRow("sign within a comment") << u"<p>a<!-- x > y -->b</p>"_s << u"ab"_s;
+    QTest::newRow("comment that doesn't end") << u"<p>a<!-- x > y"_s << u"a<!-- x > y"_s;
+    QTest::newRow("document type") << u"<!DOCTYPE html><p>a</p>"_s << u"a"_s;
+    QTest::newRow("style, script and title")
+        << u"<html><head><title>t</title><STYLE>p > b { x }</style><script>if (a<b) c</script></head><p>a</p></html>"_s
+        << u"a"_s;
+    QTest::newRow("style that doesn't end") << u"<p>a<style>b"_s << u"ab"_s;
     QTest::newRow("sign that begins no tag") << u"<p>1 < 2, 3 <4> <</p>"_s << u"1 < 2, 3 <"_s;
     QTest::newRow("tag that doesn't end") << u"<p>a <b"_s << u"a <b"_s;
     QTest::newRow("comment") << u"<p>a<!-- x -->b</p>"_s << u"ab"_s;
@@ -450,6 +498,49 @@ void tst_s3DesktopBox::readableText()
 {
     QFETCH(const QString, text);
     QTEST(s3ReadableText(text), "readable");
+}
+
+void tst_s3DesktopBox::hugeTextIsReadQuickly_data()
+{
+    QTest::addColumn<QString>("repeated");
+    QTest::newRow("references that don't end") << u"&a"_s;
+    QTest::newRow("signs") << u"<"_s;
+    QTest::newRow("tags that don't end") << u"<a "_s;
+    QTest::newRow("quotation marks") << u"<a \""_s;
+    QTest::newRow("quotation marks of both kinds") << u"<a \" <b '"_s;
+    QTest::newRow("comments that don't end") << u"<!-- "_s;
+    QTest::newRow("styles that don't end") << u"<style>"_s;
+}
+
+void tst_s3DesktopBox::hugeTextIsReadQuickly()
+{
+    QFETCH(const QString, repeated);
+    const QString text = u"<p>x</p>"_s + repeated.repeated(500'000);
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(s3ReadableText(text).startsWith(u'x'));
+    QVERIFY2(timer.elapsed() < 10'000, qPrintable(QString::number(timer.elapsed())));
+}
+
+void tst_s3DesktopBox::shortenedText_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("shortened");
+    const QString lines = u"line\n"_s.repeated(40);
+    const QString characters = u"x"_s.repeated(3000);
+    QTest::newRow("nothing") << u""_s << u""_s;
+    QTest::newRow("line end alone") << u"\n"_s << u"\n"_s;
+    QTest::newRow("40 lines") << lines << lines;
+    QTest::newRow("40 lines and an empty one") << lines + u'\n' << lines + u"[...]"_s;
+    QTest::newRow("41 lines") << lines + u"x"_s << lines + u"[...]"_s;
+    QTest::newRow("3,000 characters and a line end") << characters + u'\n' << characters + u'\n';
+    QTest::newRow("3,001 characters") << characters + u"x\n"_s << characters + u"\n[...]"_s;
+}
+
+void tst_s3DesktopBox::shortenedText()
+{
+    QFETCH(const QString, text);
+    QTEST(s3ShortenedText(text), "shortened");
 }
 
 QTEST_GUILESS_MAIN(tst_s3DesktopBox)

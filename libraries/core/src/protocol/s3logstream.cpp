@@ -1,6 +1,7 @@
 #include "s3logstream.h"
 
 #include <QGlobalStatic>
+#include <QMutex>
 
 #include <map>
 #include <memory>
@@ -13,6 +14,9 @@ using ChannelTable = std::map<QString, std::unique_ptr<s3LogFileStream>>;
 
 // Destroyed at the end, which writes what the streams still hold. Whoever asks for a channel after that gets none.
 Q_GLOBAL_STATIC(ChannelTable, channels)
+
+// Held for no longer than the table is looked at.
+constinit QMutex tableMutex;
 
 struct Scratch
 {
@@ -31,6 +35,7 @@ s3LogFileStream *find(const QString &name)
 {
     if (channels.isDestroyed())
         return nullptr;
+    const QMutexLocker locker(&tableMutex);
     const auto channel = channels->find(name);
     return channel == channels->end() ? nullptr : channel->second.get();
 }
@@ -71,6 +76,7 @@ bool s3LogStream::openChannel(const QString &name, const QString &fileName, QStr
     auto stream = std::make_unique<s3LogFileStream>();
     if (channels.isDestroyed() || !stream->open(name, fileName, encoding))
         return false;
+    const QMutexLocker locker(&tableMutex);
     channels->emplace(name, std::move(stream));
     return true;
 }
@@ -82,8 +88,12 @@ bool s3LogStream::hasChannel(const QString &name)
 
 void s3LogStream::closeChannel(const QString &name)
 {
-    if (!channels.isDestroyed())
-        channels->erase(name);
+    if (channels.isDestroyed())
+        return;
+    // It writes what it holds when the lock has been left.
+    ChannelTable::node_type closed;
+    const QMutexLocker locker(&tableMutex);
+    closed = channels->extract(name);
 }
 
 QTextStream &s3LogStream::channelStream(const QString &name)
@@ -101,6 +111,7 @@ QString s3LogStream::channelList()
     QString list;
     if (channels.isDestroyed())
         return list;
+    const QMutexLocker locker(&tableMutex);
     for (const auto &[name, stream] : *channels)
         list += u"%1: %2\n"_s.arg(name, stream->fileName());
     return list;

@@ -24,7 +24,8 @@ private:
 
 /// The channels of the protocol: a name stands for one text stream on one file. What is written, times and levels
 /// included, is the writer's own matter, and errors while writing aren't looked at. For one thread at a time, which in
-/// this program is the main thread.
+/// this program is the main thread; only whether a channel is there can be asked by any, and what writes to one that
+/// others use brings a lock of its own, as s3WriteToErrorChannel() does.
 namespace s3LogStream {
 
 /// Opens the channel \a name on a file that is emptied first; a relative \a fileName is relative to the working

@@ -4,6 +4,8 @@
 #include "protocol/s3customevent.h"
 #include "protocol/s3logstream.h"
 #include "protocol/s3qeventprotocol.h"
+#include "s3basicbox.h"
+#include "s3dictionaries.h"
 #include "s3racechecker.h"
 #include "s3testflags.h"
 #include "s3threadbase.h"
@@ -11,6 +13,7 @@
 #include "tracewriters.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QTemporaryDir>
 
 #include <atomic>
@@ -125,6 +128,32 @@ void callbackThatWrites()
     endOutput();
 }
 
+/// Boxes of threads that have come to grief, by way of the channel of tests, while the main thread translates and opens
+/// other channels.
+void fatalBoxes()
+{
+    constexpr int rounds = 200;
+    const QTemporaryDir directory;
+    const QString fileName = directory.filePath(u"error.txt"_s);
+    s3LogStream::openChannel(u"error"_s, fileName, QStringConverter::Utf8);
+    std::thread boxes([] {
+        atOnce(4, [] {
+            for (int round = 0; round < rounds; ++round)
+                s3BasicBox::fatal(u"text"_s);
+        });
+    });
+    for (int round = 0; round < rounds; ++round) {
+        static_cast<void>(translate(u"text %1"_s.arg(round)));
+        s3LogStream::openChannel(u"other"_s, directory.filePath(u"other.txt"_s), QStringConverter::Utf8);
+        s3LogStream::closeChannel(u"other"_s);
+    }
+    boxes.join();
+    s3LogStream::closeChannel(u"error"_s);
+    QFile file(fileName);
+    expect(file.open(QIODevice::ReadOnly), "file of the channel");
+    expect(file.readAll() == "s3BasicBox::show(): text\n"_ba.repeated(4 * rounds), "a line for each box");
+}
+
 class Receiver : public QObject
 {
 public:
@@ -200,6 +229,7 @@ int main(int argc, char *argv[])
     linesInTheQueue();
     linesOneByOne();
     callbackThatWrites();
+    fatalBoxes();
     workers(false);
     workers(true);
     return failed ? 1 : 0;
