@@ -22,12 +22,13 @@ constexpr qint32 english = 1;
 constexpr qint32 french = 2;
 constexpr qint32 american = 13;
 
-// Of each mapping the path of its file; Windows has no such file.
+// Of each mapping the path of its file. Windows has no such file, and Wine shows the one of the system below, whose
+// paths are others.
 const QString mappings = u"/proc/self/maps"_s;
 
 bool mappingsAreTold()
 {
-    return QFile::exists(mappings);
+    return QSysInfo::kernelType() == u"linux"_s && QFile::exists(mappings);
 }
 
 /// False where the system doesn't tell.
