@@ -286,7 +286,7 @@ int s3BasicBoxWin::messageBox(const QString &title, const QString &text, quint32
     if (!result)
         result = runFirst(box, false);
     // After the box, since standard error may keep its writer waiting. A box shows only the start of a long text.
-    const QString whole = box.wholeText();
+    const QString &whole = box.wholeText();
     if (result.value_or(noAnswer) == noAnswer || whole != box.text())
         s3WriteToStandardError(box.title().toUtf8() + ": " + whole.toUtf8() + '\n');
     errno = error;

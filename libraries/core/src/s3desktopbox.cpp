@@ -3,6 +3,9 @@
 #include "s3basicboxwin.h"
 #include "s3readabletext.h"
 
+#include <algorithm>
+#include <array>
+
 using namespace Qt::Literals::StringLiterals;
 using namespace s3BasicBoxWin;
 
@@ -79,9 +82,9 @@ QByteArrayList kdialogArguments(const s3DesktopBox &box)
     const QByteArray direction = box.isRightToLeft() ? " dir=\"rtl\"" : "";
     const QByteArray text = "<p style=\"white-space:pre-wrap\"" + direction + '>' + htmlOf(box.text()) + "</p>";
     QByteArrayList arguments{option("title", box.title().toUtf8()), option(kind.constData(), text)};
-    static constexpr const char *labels[] = {"yes-label", "no-label", "cancel-label"};
+    static constexpr std::array labels = {"yes-label", "no-label", "cancel-label"};
     if (box.buttons().size() > 1) {
-        for (size_t i = 0; i < box.buttons().size(); ++i)
+        for (size_t i = 0; i < std::min(labels.size(), box.buttons().size()); ++i)
             arguments += option(labels[i], box.buttons()[i].label);
     }
     return arguments;

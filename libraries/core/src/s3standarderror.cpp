@@ -25,7 +25,8 @@ public:
         sigemptyset(&pending);
         sigpending(&pending);
         m_wasPending = sigismember(&pending, SIGPIPE) == 1;
-        m_isBlocked = pthread_sigmask(SIG_BLOCK, &m_signal, &m_before) == 0;
+        if (pthread_sigmask(SIG_BLOCK, &m_signal, &m_before) == 0)
+            m_isBlocked = true;
     }
     ~NoBrokenPipe()
     {

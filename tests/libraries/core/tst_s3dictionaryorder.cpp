@@ -40,7 +40,7 @@ public:
     [[nodiscard]] QStringList names() const
     {
         QStringList names;
-        QByteArray bytes(64 * 1024, '\0');
+        QByteArray bytes(65536, '\0');
         const ssize_t size = ::read(m_queue, bytes.data(), size_t(bytes.size()));
         for (ssize_t place = 0; place + ssize_t(sizeof(inotify_event)) <= size;) {
             inotify_event event;

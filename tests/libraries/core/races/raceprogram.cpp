@@ -151,7 +151,7 @@ void fatalBoxes()
     s3LogStream::closeChannel(u"error"_s);
     QFile file(fileName);
     expect(file.open(QIODevice::ReadOnly), "file of the channel");
-    expect(file.readAll() == "s3BasicBox::show(): text\n"_ba.repeated(4 * rounds), "a line for each box");
+    expect(file.readAll() == "s3BasicBox::show(): text\n"_ba.repeated(qsizetype(4) * rounds), "a line for each box");
 }
 
 class Receiver : public QObject
